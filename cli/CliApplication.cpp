@@ -1,0 +1,85 @@
+#include "CliApplication.h"
+
+#include "CliContext.h"
+#include "CliWindowSystem.h"
+#include "Collection.h"
+#include "Commands.h"
+#include "LinuxPlatform.h"
+#include "MyController.h"
+#include "Settings.h"
+
+#include <QHash>
+#include <functional>
+
+namespace {
+
+using Command = std::function<int(const CliContext&, const QStringList&)>;
+
+struct CommandInfo {
+  Command run;
+  bool needsCatalogue;
+};
+
+const QHash<QString, CommandInfo>& commands() {
+  static const QHash<QString, CommandInfo> table = {
+      {"help", {Commands::help, false}},
+      {"settings", {Commands::settings, false}},
+      {"fields", {Commands::fields, false}},
+      {"search-types", {Commands::searchTypes, false}},
+      {"add", {Commands::add, true}},
+      {"edit", {Commands::edit, true}},
+      {"delete", {Commands::remove, true}},
+      {"list", {Commands::list, true}},
+      {"collections", {Commands::collections, true}},
+      {"collection", {Commands::collection, true}},
+  };
+  return table;
+}
+
+bool openCatalogue(MyController& controller, const QString& path) {
+  const Store::OpenResult result = controller.openCatalogue(path.isEmpty() ? MyController::defaultCataloguePath() : path);
+  if (!result.ok()) CliContext::failure(result.message);
+  return result.ok();
+}
+
+}  // namespace
+
+bool CliApplication::isCommand(const QString& word) { return commands().contains(word); }
+
+int CliApplication::run(const QStringList& arguments) {
+  QString message;
+  const auto options = CliOptions::parse(arguments, &message);
+  if (!options) return CliContext::usage(message);
+  if (options->version) {
+    CliContext::print(QStringLiteral("discary %1\n").arg(QStringLiteral(DISCARY_VERSION)));
+    return 0;
+  }
+  const QString name = options->words.value(0);
+  if (!name.isEmpty() && !commands().contains(name)) {
+    if (name.startsWith(QLatin1String("--"))) return CliContext::usage(QStringLiteral("unknown option %1").arg(name));
+    return CliContext::usage(QStringLiteral("unknown command '%1' (see 'discary help')").arg(name));
+  }
+
+  Settings settings(options->settings);
+  CliWindowSystem windowSystem(options->button, options->quiet);
+  LinuxPlatform platform;
+  MyController controller(settings, windowSystem, platform);
+  controller.applicationWillFinishLaunching();
+  const CliContext context{*options, controller, windowSystem};
+
+  if (name.isEmpty()) {
+    // No window system yet: start up on the catalogue and say what is in it.
+    if (!openCatalogue(controller, options->catalogue)) return 1;
+    controller.applicationDidFinishLaunching();
+    const Store& store = controller.managedObjectContext();
+    CliContext::print(QStringLiteral("Discary %1\nCatalogue: %2\nEntries: %3, collections: %4\n"
+                                     "Run 'discary help' for the commands.\n")
+                          .arg(QStringLiteral(DISCARY_VERSION), store.path())
+                          .arg(store.entries().size())
+                          .arg(store.collections().size()));
+    return 0;
+  }
+  const CommandInfo& command = commands()[name];
+  if (command.needsCatalogue && !openCatalogue(controller, options->catalogue)) return 1;
+  return command.run(context, options->words.mid(1));
+}

@@ -1,0 +1,47 @@
+#include "CliContext.h"
+
+#include "Entry.h"
+#include "MyController.h"
+
+#include <cstdio>
+
+int CliContext::usage(const QString& message) {
+  std::fprintf(stderr, "discary: %s\n", qPrintable(message));
+  return 2;
+}
+
+int CliContext::failure(const QString& message) {
+  std::fprintf(stderr, "discary: %s\n", qPrintable(message));
+  return 1;
+}
+
+void CliContext::print(const QString& text) {
+  const QByteArray utf8 = text.toUtf8();
+  std::fwrite(utf8.constData(), 1, size_t(utf8.size()), stdout);
+}
+
+Entry* CliContext::findEntry(const QString& reference, QString* message) const {
+  Store& store = controller.managedObjectContext();
+  bool isNumber = false;
+  const qint64 uid = reference.toLongLong(&isNumber);
+  if (isNumber)
+    if (Entry* e = store.entryWithUID(uid)) return e;
+  Entry* found = nullptr;
+  for (Entry* e : store.entries()) {
+    if (e->stringValue(QStringLiteral("title")) != reference) continue;
+    if (found) {
+      *message = QStringLiteral("several entries are titled '%1'; name one by its uid").arg(reference);
+      return nullptr;
+    }
+    found = e;
+  }
+  if (!found) *message = QStringLiteral("no entry '%1'").arg(reference);
+  return found;
+}
+
+bool CliContext::save() const {
+  QString error;
+  if (controller.managedObjectContext().save(&error)) return true;
+  failure(QStringLiteral("the catalogue could not be saved: %1").arg(error));
+  return false;
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "CliOptions.h"
+
+#include <QString>
+
+class CliWindowSystem;
+class Entry;
+class MyController;
+
+// What every command works with, and the two ways a command fails.
+struct CliContext {
+  const CliOptions& options;
+  MyController& controller;
+  CliWindowSystem& windowSystem;
+
+  // A usage error: one line on stderr, exit status 2.
+  static int usage(const QString& message);
+  // The operation did not succeed: one line on stderr, exit status 1.
+  static int failure(const QString& message);
+  // Prints the text on stdout as it stands.
+  static void print(const QString& text);
+
+  // ENTRY as a uid or an exact title; nullptr with the message set when none or several match.
+  Entry* findEntry(const QString& reference, QString* message) const;
+  // Saves, or prints why not; false when the save failed.
+  bool save() const;
+};

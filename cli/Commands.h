@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QStringList>
+
+struct CliContext;
+
+// Each command takes the words after its name and returns the exit status.
+namespace Commands {
+int help(const CliContext& context, const QStringList& args);
+int settings(const CliContext& context, const QStringList& args);
+int fields(const CliContext& context, const QStringList& args);
+int searchTypes(const CliContext& context, const QStringList& args);
+int add(const CliContext& context, const QStringList& args);
+int edit(const CliContext& context, const QStringList& args);
+int remove(const CliContext& context, const QStringList& args);
+int list(const CliContext& context, const QStringList& args);
+int collections(const CliContext& context, const QStringList& args);
+int collection(const CliContext& context, const QStringList& args);
+}  // namespace Commands

@@ -1,0 +1,124 @@
+#include "JsonWriter.h"
+
+#include "TextHelpers.h"
+
+#include <QDateTime>
+#include <cmath>
+
+void JsonWriter::separate() {
+  if (afterKey_) {
+    afterKey_ = false;
+    return;
+  }
+  if (!first_.empty()) {
+    if (!first_.back()) buffer_.append(',');
+    first_.back() = false;
+  }
+}
+
+void JsonWriter::open(char c) {
+  separate();
+  buffer_.append(c);
+  first_.push_back(true);
+}
+
+void JsonWriter::close(char c) {
+  buffer_.append(c);
+  if (!first_.empty()) first_.pop_back();
+  if (first_.empty()) buffer_.append('\n');
+  if (buffer_.size() > (1 << 20)) flush();
+}
+
+static void appendString(QByteArray& out, const QString& text) {
+  // Escaping works on the UTF-8 bytes, so characters outside the BMP stay whole.
+  out.append('"');
+  for (char c : text.toUtf8()) {
+    const unsigned char u = static_cast<unsigned char>(c);
+    switch (u) {
+      case '"': out.append("\\\""); break;
+      case '\\': out.append("\\\\"); break;
+      case '\n': out.append("\\n"); break;
+      case '\r': out.append("\\r"); break;
+      case '\t': out.append("\\t"); break;
+      default:
+        if (u < 0x20) {
+          char escaped[8];
+          std::snprintf(escaped, sizeof escaped, "\\u%04x", unsigned(u));
+          out.append(escaped);
+        } else {
+          out.append(c);
+        }
+    }
+  }
+  out.append('"');
+}
+
+void JsonWriter::key(const QString& name) {
+  separate();
+  appendString(buffer_, name);
+  buffer_.append(':');
+  afterKey_ = true;
+}
+
+void JsonWriter::value(const QString& text) {
+  separate();
+  appendString(buffer_, text);
+}
+
+void JsonWriter::value(qint64 number) {
+  separate();
+  buffer_.append(QByteArray::number(number));
+}
+
+void JsonWriter::value(double number) {
+  separate();
+  buffer_.append(std::isfinite(number) ? QByteArray::number(number, 'g', 17) : QByteArray("null"));
+}
+
+void JsonWriter::value(bool flag) {
+  separate();
+  buffer_.append(flag ? "true" : "false");
+}
+
+void JsonWriter::variant(const QVariant& v) {
+  switch (v.metaType().id()) {
+    case QMetaType::Bool: value(v.toBool()); return;
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+    case QMetaType::UInt:
+    case QMetaType::ULongLong: value(qint64(v.toLongLong())); return;
+    case QMetaType::Double:
+    case QMetaType::Float: value(v.toDouble()); return;
+    case QMetaType::QDateTime: value(TextHelpers::isoDateString(v.toDateTime())); return;
+    case QMetaType::QVariantList:
+    case QMetaType::QStringList:
+      beginArray();
+      for (const QVariant& item : v.toList()) variant(item);
+      endArray();
+      return;
+    case QMetaType::QVariantMap: {
+      beginObject();
+      const QVariantMap map = v.toMap();
+      for (auto it = map.begin(); it != map.end(); ++it) {
+        key(it.key());
+        variant(it.value());
+      }
+      endObject();
+      return;
+    }
+    default:
+      if (!v.isValid() || v.isNull()) {
+        separate();
+        raw("null");
+      } else {
+        value(v.toString());
+      }
+  }
+}
+
+void JsonWriter::flush() {
+  if (buffer_.isEmpty()) return;
+  std::fwrite(buffer_.constData(), 1, size_t(buffer_.size()), out_);
+  std::fflush(out_);
+  buffer_.clear();
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QVariant>
+#include <cstdio>
+#include <vector>
+
+// Writes one JSON document as a stream, so a list of 100,000 entries never exists as a tree.
+class JsonWriter {
+ public:
+  explicit JsonWriter(std::FILE* out) : out_(out) {}
+  ~JsonWriter() { flush(); }
+
+  void beginObject() { open('{'); }
+  void endObject() { close('}'); }
+  void beginArray() { open('['); }
+  void endArray() { close(']'); }
+  void key(const QString& name);
+  void value(const QString& text);
+  void value(qint64 number);
+  void value(double number);
+  void value(bool flag);
+  // Strings, numbers, booleans, dates (ISO 8601 UTC), lists and maps; an invalid value is null.
+  void variant(const QVariant& value);
+  // Ends the document with a newline (containers already end with one).
+  void endDocument() {
+    if (!buffer_.endsWith('\n')) buffer_.append('\n');
+  }
+  void flush();
+
+ private:
+  void open(char c);
+  void close(char c);
+  void separate();
+  void raw(const char* s) { buffer_.append(s); }
+
+  std::FILE* out_;
+  QByteArray buffer_;
+  std::vector<bool> first_;
+  bool afterKey_ = false;
+};

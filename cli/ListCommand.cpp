@@ -1,0 +1,87 @@
+#include "CliContext.h"
+#include "Commands.h"
+#include "Entry.h"
+#include "EntryJson.h"
+#include "JsonWriter.h"
+#include "MyController.h"
+#include "MyFieldsControllerShared.h"
+#include "Settings.h"
+#include "SettingsKeys.h"
+#include "TextHelpers.h"
+#include "TextTable.h"
+
+namespace {
+
+QString cellText(const MyController& controller, const Entry& entry, const QString& key) {
+  const QVariant v = entry.value(key);
+  if (key == QLatin1String("statusImage") || key == QLatin1String("status")) {
+    const qint64 status = v.toLongLong();
+    return status == 1 ? controller.frameworkBundle().localizedString(QStringLiteral("Borrowed"))
+           : status == 2 ? controller.frameworkBundle().localizedString(QStringLiteral("Wanted"))
+                         : QString();
+  }
+  if (v.metaType().id() == QMetaType::QDateTime) {
+    const QString format = key == QLatin1String("releaseDate")
+                               ? controller.preferencesStandard().stringForKey(SettingsKeys::releaseDateFormat)
+                               : QStringLiteral("yyyy-MM-dd");
+    return v.toDateTime().toString(format);
+  }
+  if (v.metaType().id() == QMetaType::Bool) return v.toBool() ? QStringLiteral("yes") : QString();
+  return v.toString();
+}
+
+}  // namespace
+
+namespace Commands {
+
+int list(const CliContext& context, const QStringList& words) {
+  QString message;
+  const auto args = CommandArguments::parse(words, {"--collection", "--search", "--search-type", "--columns"}, {}, &message);
+  if (!args) return CliContext::usage(message);
+  if (!args->positional.isEmpty()) return CliContext::usage(QStringLiteral("unexpected argument '%1'").arg(args->positional.first()));
+  MyController& controller = context.controller;
+
+  QStringList columns;
+  if (args->has("--columns")) {
+    columns = args->value("--columns").split(QLatin1Char(','), Qt::SkipEmptyParts);
+    for (const QString& c : columns)
+      if (!EntitySchema::cd().has(c)) return CliContext::usage(QStringLiteral("unknown field '%1'").arg(c));
+  }
+  int searchType = 1;
+  if (args->has("--search-type")) {
+    bool ok = false;
+    searchType = args->value("--search-type").toInt(&ok);
+    if (!ok) return CliContext::usage(QStringLiteral("--search-type needs a number"));
+  }
+  if (args->has("--collection")) {
+    Collection* c = controller.collections().collectionWithName(args->value("--collection"), false);
+    if (!c) return CliContext::failure(QStringLiteral("no collection '%1'").arg(args->value("--collection")));
+    controller.collections().selectCollection(c);
+  }
+  controller.search(args->value("--search"), searchType);
+  const auto& entries = controller.entriesController().arrangedObjects();
+
+  if (context.options.json) {
+    controller.managedObjectContext().prefetchRelationships(entries);
+    JsonWriter json(stdout);
+    json.beginArray();
+    for (Entry* e : entries) writeEntryJson(json, *e, controller.managedObjectContext());
+    json.endArray();
+    return 0;
+  }
+  if (columns.isEmpty())
+    for (const QVariant& c : controller.preferencesStandard().objectForKey(SettingsKeys::defaultColumns).toList())
+      columns << c.toMap().value(QStringLiteral("identifier")).toString();
+  QStringList headers{QStringLiteral("UID")};
+  for (const QString& c : columns) headers << controller.fieldsController()->localizedColumnName(c);
+  TextTable table(headers);
+  for (Entry* e : entries) {
+    QStringList row{QString::number(e->uid())};
+    for (const QString& c : columns) row << cellText(controller, *e, c);
+    table.addRow(row);
+  }
+  CliContext::print(table.toString());
+  return 0;
+}
+
+}  // namespace Commands

@@ -1,0 +1,107 @@
+#include "MyController.h"
+
+#include "Disc4ToDisc5.h"
+#include "Entry.h"
+#include "Freedb.h"
+#include "MyFieldsController.h"
+#include "Platform.h"
+#include "Settings.h"
+#include "SettingsKeys.h"
+
+#include <QDateTime>
+
+MyController::MyController(Settings& settings, WindowSystem& windowSystem, Platform& platform)
+    : MyControllerShared(settings, windowSystem, platform) {
+  setFieldsController(std::make_unique<MyFieldsController>(settings, frameworkBundle()));
+  managedObjectContext().setMigrationPolicy(std::make_shared<Disc4ToDisc5>());
+}
+
+MyController::~MyController() { waitForLibraryRefresh(); }
+
+void MyController::waitForLibraryRefresh() {
+  if (libraryRefresh_.joinable()) libraryRefresh_.join();
+}
+
+QVariantMap MyController::registeredDefaults() {
+  auto column = [](const char* identifier, double width) {
+    return QVariantMap{{QStringLiteral("identifier"), QString::fromLatin1(identifier)}, {QStringLiteral("width"), width}};
+  };
+  return {
+      {SettingsKeys::infoTemplate, QStringLiteral("Collection.html")},
+      {SettingsKeys::releaseDateFormat, QStringLiteral("yyyy")},
+      {SettingsKeys::coverBorder, true},
+      {SettingsKeys::coverBackground, 1.0},
+      {SettingsKeys::cellSize, qint64(150)},
+      {SettingsKeys::bezelDisplayTime, 3.0},
+      {SettingsKeys::bottomFields, QVariantList{true, true, false, false, true, true, false}},
+      {SettingsKeys::defaultColumns, QVariantList{column("statusImage", 18.0), column("title", 250.0),
+                                                  column("artist", 150.0), column("label", 150.0),
+                                                  column("myRating", 77.0), column("genre", 100.0)}},
+      {SettingsKeys::refreshItunesAuto, true},
+  };
+}
+
+void MyController::applicationWillFinishLaunching() {
+  preferencesStandard().registerDefaults(registeredDefaults());
+  MyControllerShared::applicationWillFinishLaunching();
+}
+
+void MyController::applicationDidFinishLaunching() {
+  platform().observeMounts([this](const QString& volumePath) { NSWorkspaceDidMountNotification(volumePath); });
+  pluginManager().addPlugin(std::make_unique<Freedb>(), Freedb::name);
+  pluginManager().setOrderFromPrefs();
+
+  Settings& settings = preferencesStandard();
+  if (settings.boolForKey(SettingsKeys::refreshItunesAuto)) {
+    const QDateTime last = settings.objectForKey(SettingsKeys::lastItunes).toDateTime();
+    const QDateTime now = QDateTime::currentDateTimeUtc();
+    // Exactly 30 days old still counts as recent.
+    const bool recent = last.isValid() && now.secsTo(last) >= -libraryRefreshInterval;
+    if (!recent && !libraryRefresh_.joinable()) {
+      TrackData& trackData = addPanel().trackData();
+      libraryRefresh_ = std::thread([&trackData] { trackData.loadItunes(); });
+      settings.setObject(SettingsKeys::lastItunes, now);
+    }
+  }
+  MyControllerShared::applicationDidFinishLaunching();
+}
+
+void MyController::NSWorkspaceDidMountNotification(const QString&) {}
+
+QString MyController::labelForSearchType(const QVariant& searchType) const {
+  static const QHash<qint64, QString> labels = {
+      {1, QStringLiteral("Search All")},         {3, QStringLiteral("Search Titles")},
+      {4, QStringLiteral("Search Artists")},     {5, QStringLiteral("Search Links")},
+      {6, QStringLiteral("Search Composers")},   {7, QStringLiteral("Search Comments")},
+      {8, QStringLiteral("Search Summaries")},   {9, QStringLiteral("Search Track Names")},
+      {10, QStringLiteral("Search Genres")},     {11, QStringLiteral("Search Tags")},
+      {12, QStringLiteral("Search Track Others")},
+  };
+  return frameworkBundle().localizedString(labels.value(searchType.toLongLong(), QStringLiteral("Search")));
+}
+
+QString MyController::searchIdentifierForSearchType(int searchType) const {
+  switch (searchType) {
+    case 4: return QStringLiteral("artist");
+    case 6: return QStringLiteral("composer");
+    case 7: return QStringLiteral("comments");
+    case 8: return QStringLiteral("summary");
+    case 10: return QStringLiteral("genre");
+    case 11: return QStringLiteral("tags");
+    case 40: return QStringLiteral("releaseDate");
+    case 42: return QStringLiteral("customTag1");
+    case 43: return QStringLiteral("customTag2");
+    case 100: return fieldsController()->clickedField();
+    default: return QStringLiteral("title");
+  }
+}
+
+void MyController::addValuesToAutofillForEntry(Entry& entry) {
+  for (const char* key : {"genre", "artist", "label", "conductor"})
+    comboBoxData().addValue(entry.value(QString::fromLatin1(key)), QString::fromLatin1(key));
+}
+
+QStringList MyController::commonAttributesForNamingNewCollection() const {
+  return {"artist", "label", "composer", "conductor", "purchasedAt", "borrowedBy",
+          "arrangedBy", "producer", "mixedBy", "awards", "genre"};
+}

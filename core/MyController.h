@@ -1,0 +1,47 @@
+#pragma once
+
+#include "MyControllerShared.h"
+
+#include <QVariantList>
+#include <QVariantMap>
+#include <thread>
+
+// The music cataloguer's application controller: its settings defaults, launch sequence, and
+// its answers to the framework's search, autofill and collection-naming questions.
+class MyController : public MyControllerShared {
+ public:
+  // Seconds after which the music library is refreshed again at launch.
+  static constexpr qint64 libraryRefreshInterval = 2592000;
+
+  MyController(Settings& settings, WindowSystem& windowSystem, Platform& platform);
+  ~MyController() override;
+
+  static QVariantMap registeredDefaults();
+  void applicationWillFinishLaunching() override;
+  void applicationDidFinishLaunching() override;
+  // Every newly mounted volume, an inserted audio CD among them, arrives here.
+  void NSWorkspaceDidMountNotification(const QString& volumePath);
+  // Waits for a library refresh started at launch, if any.
+  void waitForLibraryRefresh();
+
+  QString labelForSearchType(const QVariant& searchType) const override;
+  QString searchIdentifierForSearchType(int searchType) const override;
+  void addValuesToAutofillForEntry(Entry& entry) override;
+  QStringList commonAttributesForNamingNewCollection() const override;
+
+  // State of one import run; empty outside an import.
+  const QVariantList& iTunesEntireLibrary() const { return iTunesEntireLibrary_; }
+  void setITunesEntireLibrary(const QVariantList& tracks) { iTunesEntireLibrary_ = tracks; }
+  QVariantMap* iTunesAlbumsAdded() { return iTunesAlbumsAdded_.get(); }
+  void setITunesAlbumsAdded(std::unique_ptr<QVariantMap> albums) { iTunesAlbumsAdded_ = std::move(albums); }
+  QVariantMap* iTunesRatings() { return iTunesRatings_.get(); }
+  void setITunesRatings(std::unique_ptr<QVariantMap> ratings) { iTunesRatings_ = std::move(ratings); }
+  QVariantList* importedImages() { return importedImages_.get(); }
+  void setImportedImages(std::unique_ptr<QVariantList> uids) { importedImages_ = std::move(uids); }
+
+ private:
+  QVariantList iTunesEntireLibrary_;
+  std::unique_ptr<QVariantMap> iTunesAlbumsAdded_, iTunesRatings_;
+  std::unique_ptr<QVariantList> importedImages_;
+  std::thread libraryRefresh_;
+};

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QString>
+
+// Settings keys of the music cataloguer, spelled as they are stored.
+namespace SettingsKeys {
+inline const QString infoTemplate = QStringLiteral("InfoTemplate");
+inline const QString releaseDateFormat = QStringLiteral("releaseDateFormat");
+inline const QString coverBorder = QStringLiteral("Cover Border");
+inline const QString coverBackground = QStringLiteral("Cover Background");
+inline const QString cellSize = QStringLiteral("CellSize");
+inline const QString bezelDisplayTime = QStringLiteral("BezelDisplayTime");
+inline const QString bottomFields = QStringLiteral("Bottom Fields");
+inline const QString defaultColumns = QStringLiteral("DefaultColumns");
+inline const QString refreshItunesAuto = QStringLiteral("Refresh Itunes Auto");
+inline const QString lastItunes = QStringLiteral("Last Itunes");
+}  // namespace SettingsKeys

@@ -1,0 +1,24 @@
+#include "AttributeInput.h"
+
+#include "ManagedObject.h"
+#include "TextHelpers.h"
+
+#include <optional>
+
+namespace AttributeInput {
+
+std::optional<QVariant> read(AttributeKind kind, const QVariant& input) {
+  if (kind == AttributeKind::Date && input.metaType().id() == QMetaType::QString) {
+    const QString text = input.toString().trimmed();
+    if (text.isEmpty()) return QVariant();
+    auto date = TextHelpers::myDateWithNaturalLanguageString(text);
+    if (!date) return std::nullopt;
+    return QVariant(*date);
+  }
+  bool ok = false;
+  QVariant value = ManagedObject::coerced(kind, input, &ok);
+  if (!ok) return std::nullopt;
+  return value;
+}
+
+}  // namespace AttributeInput

@@ -1,0 +1,91 @@
+#include "EntriesController.h"
+
+#include "CollectionsController.h"
+#include "Entry.h"
+#include "TextHelpers.h"
+
+#include <QSet>
+#include <algorithm>
+
+void EntriesController::setSortKey(const QString& key, bool ascending) {
+  sortKey_ = key;
+  ascending_ = ascending;
+}
+
+namespace {
+struct SortItem {
+  Entry* entry;
+  double number;
+  QString text;
+};
+
+QString sortText(const Entry& e, const QString& key) {
+  static const QString sortTitle = QStringLiteral("sortTitle"), sortArtist = QStringLiteral("sortArtist");
+  if (key == QLatin1String("title") || key == QLatin1String("artist")) {
+    const QString preferred = e.value(key == QLatin1String("title") ? sortTitle : sortArtist).toString();
+    if (!preferred.isEmpty()) return preferred;
+  }
+  return e.value(key).toString();
+}
+}  // namespace
+
+void EntriesController::rearrangeObjects() {
+  const std::vector<Entry*> source = collections_.entriesIn(collections_.selectedCollection());
+  const int index = source.empty() ? -1 : source.front()->schema().indexOf(sortKey_);
+  const AttributeKind kind = index >= 0 ? source.front()->schema().attributes()[index].kind : AttributeKind::Text;
+  const bool numeric = kind != AttributeKind::Text;
+
+  std::vector<SortItem> items;
+  items.reserve(source.size());
+  for (Entry* e : source) {
+    if (predicate_ && !predicate_(*e)) continue;
+    SortItem item{e, 0, {}};
+    if (!numeric) {
+      item.text = sortText(*e, sortKey_);
+    } else {
+      const QVariant v = e->value(sortKey_);
+      switch (kind) {
+        case AttributeKind::Date:
+          item.number = v.isValid() ? double(v.toDateTime().toMSecsSinceEpoch()) : -1e300;
+          break;
+        case AttributeKind::TimeText:
+          item.number = double(TextHelpers::secondsAsTimeString(v.toString()));
+          break;
+        case AttributeKind::NumberText:
+          item.number = TextHelpers::myFloatValue(v.toString());
+          break;
+        default:
+          item.number = v.toDouble();
+      }
+    }
+    items.push_back(std::move(item));
+  }
+  auto less = [&](const SortItem& a, const SortItem& b) {
+    int c = numeric ? (a.number < b.number ? -1 : a.number > b.number ? 1 : 0)
+                    : QString::compare(a.text, b.text, Qt::CaseInsensitive);
+    if (c == 0) return a.entry->uid() < b.entry->uid();
+    return ascending_ ? c < 0 : c > 0;
+  };
+  std::sort(items.begin(), items.end(), less);
+  arranged_.clear();
+  arranged_.reserve(items.size());
+  for (const auto& item : items) arranged_.push_back(item.entry);
+  setSelectedObjects(selected_);
+}
+
+void EntriesController::setSelectedObjects(const std::vector<Entry*>& entries) {
+  if (entries.empty()) {
+    selected_.clear();
+    return;
+  }
+  const QSet<Entry*> shown(arranged_.begin(), arranged_.end());
+  std::vector<Entry*> kept;
+  for (Entry* e : entries)
+    if (shown.contains(e)) kept.push_back(e);
+  selected_ = std::move(kept);
+}
+
+void EntriesController::forget(Entry* entry) {
+  arranged_.erase(std::remove(arranged_.begin(), arranged_.end(), entry), arranged_.end());
+  selected_.erase(std::remove(selected_.begin(), selected_.end(), entry), selected_.end());
+}

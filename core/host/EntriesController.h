@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <vector>
+
+class CollectionsController;
+class Entry;
+
+// The entries in view: those of the selected collection that pass the filter, sorted
+// (arrangedObjects), and the ones the user selected among them.
+class EntriesController {
+ public:
+  using Predicate = std::function<bool(const Entry&)>;
+
+  explicit EntriesController(CollectionsController& collections) : collections_(collections) {}
+
+  void setFilterPredicate(Predicate predicate) { predicate_ = std::move(predicate); }
+  // Sorts by the attribute, as its kind compares (dates by time, numbers in text by value);
+  // "title" sorts by "sortTitle" where an entry has one, "artist" likewise by "sortArtist".
+  void setSortKey(const QString& key, bool ascending = true);
+  const QString& sortKey() const { return sortKey_; }
+  bool sortAscending() const { return ascending_; }
+  void rearrangeObjects();
+
+  const std::vector<Entry*>& arrangedObjects() const { return arranged_; }
+  const std::vector<Entry*>& selectedObjects() const { return selected_; }
+  // Keeps only entries that are arranged.
+  void setSelectedObjects(const std::vector<Entry*>& entries);
+  // Drops an entry that is going away from both lists.
+  void forget(Entry* entry);
+
+ private:
+  CollectionsController& collections_;
+  Predicate predicate_;
+  QString sortKey_ = QStringLiteral("title");
+  bool ascending_ = true;
+  std::vector<Entry*> arranged_, selected_;
+};

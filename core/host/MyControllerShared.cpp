@@ -1,0 +1,202 @@
+#include "MyControllerShared.h"
+
+#include "AttributeInput.h"
+#include "Entry.h"
+#include "HostKeys.h"
+#include "MyFieldsControllerShared.h"
+#include "Platform.h"
+#include "Settings.h"
+#include "TextHelpers.h"
+#include "WindowSystem.h"
+
+#include <QDateTime>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <cstdio>
+
+MyControllerShared::MyControllerShared(Settings& settings, WindowSystem& windowSystem, Platform& platform)
+    : settings_(settings),
+      windowSystem_(windowSystem),
+      platform_(platform),
+      collections_(store_, strings_),
+      entriesController_(collections_),
+      pluginManager_(settings),
+      addPanel_(platform) {}
+
+MyControllerShared::~MyControllerShared() = default;
+
+void MyControllerShared::applicationWillFinishLaunching() {}
+
+void MyControllerShared::applicationDidFinishLaunching() {}
+
+void MyControllerShared::setFieldsController(std::unique_ptr<MyFieldsControllerShared> fields) {
+  fieldsController_ = std::move(fields);
+}
+
+QString MyControllerShared::defaultCataloguePath() {
+  return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/discary/Discary.sqlite");
+}
+
+Store::OpenResult MyControllerShared::openCatalogue(const QString& path) {
+  Store::OpenResult result = store_.open(path);
+  if (!result.ok()) return result;
+  for (Entry* e : store_.entries()) addValuesToAutofillForEntry(*e);
+  entriesController_.rearrangeObjects();
+  return result;
+}
+
+QString MyControllerShared::dataFolderPath() const {
+  return store_.path() == QLatin1String(":memory:") ? QString() : QFileInfo(store_.path()).absolutePath();
+}
+
+QList<bool> MyControllerShared::bottomFields() const {
+  QList<bool> switches;
+  for (const QVariant& v : settings_.objectForKey(QStringLiteral("Bottom Fields")).toList()) switches << Settings::leniently(v);
+  while (switches.size() < 7) switches << false;
+  return switches;
+}
+
+int MyControllerShared::osVersion(const Platform& platform) { return platform.osVersion(); }
+
+bool MyControllerShared::importDuplicates() const { return settings_.boolForKey(QStringLiteral("Import Duplicates")); }
+
+bool MyControllerShared::saveManagedObjectContext() {
+  QString error;
+  if (store_.save(&error)) return true;
+  std::fprintf(stderr, "Error saving the catalogue: %s\n", qPrintable(error));
+  windowSystem_.runAlert(localized(QStringLiteral("The catalogue could not be saved.")), error, {localized(QStringLiteral("OK"))});
+  return false;
+}
+
+void MyControllerShared::addEntry(Entry* entry, Collection* collection) { store_.addEntryToCollection(entry, collection); }
+
+void MyControllerShared::selectEntry(Entry* entry) {
+  if (!entry) return;
+  const auto& arranged = entriesController_.arrangedObjects();
+  if (std::find(arranged.begin(), arranged.end(), entry) == arranged.end()) {
+    collections_.selectCollection(nullptr);
+    entriesController_.setFilterPredicate({});
+    entriesController_.rearrangeObjects();
+  }
+  entriesController_.setSelectedObjects({entry});
+}
+
+QString MyControllerShared::labelForSearchType(const QVariant&) const { return localized(QStringLiteral("Search")); }
+
+QString MyControllerShared::searchIdentifierForSearchType(int) const { return QStringLiteral("title"); }
+
+void MyControllerShared::addValuesToAutofillForEntry(Entry&) {}
+
+Entry* MyControllerShared::addEntryFromAddPanelCheckForDuplicates(bool checkForDuplicates) {
+  const QVariantMap values = addPanel_.values();
+  const QString title = values.value(QStringLiteral("title")).toString();
+  const QString artist = values.value(QStringLiteral("artist")).toString();
+  if (checkForDuplicates && !title.isEmpty()) {
+    for (Entry* e : store_.entries()) {
+      if (e->stringValue(QStringLiteral("title")).compare(title, Qt::CaseInsensitive) != 0 ||
+          e->stringValue(QStringLiteral("artist")).compare(artist, Qt::CaseInsensitive) != 0)
+        continue;
+      const int answer = windowSystem_.runAlert(
+          localized(QStringLiteral("Duplicate Entry")),
+          localized(QStringLiteral("An entry titled \"%1\" already exists. Add it again?")).arg(title),
+          {localized(QStringLiteral("Don't Add")), localized(QStringLiteral("Add"))});
+      if (answer != 1) return nullptr;
+      break;
+    }
+  }
+  Entry* entry = store_.insertEntry();
+  const auto& schema = entry->schema();
+  for (auto it = values.begin(); it != values.end(); ++it) {
+    const int index = schema.indexOf(it.key());
+    if (index < 0) continue;
+    if (auto v = AttributeInput::read(schema.attributes()[index].kind, it.value())) entry->setPrimitiveValue(it.key(), *v);
+  }
+  const QVariantList tracks = addPanel_.trackData().tracks();
+  for (int i = 0; i < tracks.size(); ++i) {
+    const QVariantMap t = tracks[i].toMap();
+    auto track = Store::newTrack();
+    for (const auto& attribute : track->schema().attributes())
+      if (t.contains(attribute.key)) {
+        if (auto v = AttributeInput::read(attribute.kind, t.value(attribute.key))) track->setPrimitiveValue(attribute.key, *v);
+      }
+    if (!t.contains(QStringLiteral("position"))) track->setPrimitiveValue(QStringLiteral("position"), qint64(i));
+    entry->addTrack(std::move(track));
+  }
+  if (!tracks.isEmpty()) {
+    entry->setPrimitiveValue(QStringLiteral("numberOfTracks"), QString::number(tracks.size()));
+    const QString total = addPanel_.trackData().calculateTotalDuration();
+    if (!values.contains(QStringLiteral("duration")) && !total.isEmpty())
+      entry->setPrimitiveValue(QStringLiteral("duration"), total);
+  }
+  const QDateTime now = QDateTime::currentDateTimeUtc();
+  if (!values.contains(QStringLiteral("dateAdded"))) entry->setPrimitiveValue(QStringLiteral("dateAdded"), now);
+  entry->setPrimitiveValue(QStringLiteral("dateEdited"), now);
+  if (Collection* c = collections_.selectedCollection(); c && c->isUser()) addEntry(entry, c);
+  addValuesToAutofillForEntry(*entry);
+  entriesController_.rearrangeObjects();
+  selectEntry(entry);
+  return entry;
+}
+
+void MyControllerShared::search(const QString& text, int searchType) {
+  const QString needle = text.trimmed();
+  if (needle.isEmpty()) {
+    entriesController_.setFilterPredicate({});
+    entriesController_.rearrangeObjects();
+    return;
+  }
+  EntriesController::Predicate predicate;
+  auto contains = [needle](const QVariant& v) {
+    if (v.metaType().id() == QMetaType::QDateTime) return TextHelpers::isoDateString(v.toDateTime()).contains(needle);
+    return v.toString().contains(needle, Qt::CaseInsensitive);
+  };
+  if (searchType == 1) {
+    predicate = [contains](const Entry& e) {
+      bool found = false;
+      e.forEachValue([&](int index, const QVariant& v) {
+        const AttributeKind kind = e.schema().attributes()[index].kind;
+        if (!found && kind == AttributeKind::Text) found = contains(v);
+      });
+      return found;
+    };
+  } else if (searchType == 5 || searchType == 9 || searchType == 12) {
+    const QSet<qint64> uids =
+        searchType == 5 ? store_.entriesWithLinkMatching(needle)
+                        : store_.entriesWithTrackMatching(searchType == 9 ? QStringList{QStringLiteral("name")}
+                                                                          : QStringList{QStringLiteral("artist"), QStringLiteral("composer")},
+                                                          needle);
+    predicate = [uids](const Entry& e) { return uids.contains(e.uid()); };
+  } else {
+    const QString key = searchIdentifierForSearchType(searchType);
+    if (!EntitySchema::cd().has(key)) {
+      predicate = [](const Entry&) { return false; };
+    } else {
+      predicate = [contains, key](const Entry& e) { return contains(e.value(key)); };
+    }
+  }
+  entriesController_.setFilterPredicate(std::move(predicate));
+  entriesController_.rearrangeObjects();
+}
+
+void MyControllerShared::deleteEntries(const std::vector<Entry*>& entries) {
+  for (Entry* e : entries) {
+    entriesController_.forget(e);
+    store_.deleteEntry(e);
+  }
+}
+
+QString MyControllerShared::proposedNameForNewCollection(const std::vector<Entry*>& entries) const {
+  if (entries.empty()) return {};
+  for (const QString& key : commonAttributesForNamingNewCollection()) {
+    const QString first = entries.front()->stringValue(key);
+    if (first.isEmpty()) continue;
+    bool shared = true;
+    for (Entry* e : entries)
+      if (e->stringValue(key) != first) {
+        shared = false;
+        break;
+      }
+    if (shared) return first;
+  }
+  return {};
+}

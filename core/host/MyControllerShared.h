@@ -1,0 +1,99 @@
+#pragma once
+
+#include "AddPanel.h"
+#include "AutofillLists.h"
+#include "CollectionsController.h"
+#include "EntriesController.h"
+#include "PluginManager.h"
+#include "Store.h"
+#include "StringTable.h"
+
+#include <QStringList>
+#include <QVariantMap>
+#include <memory>
+
+class Entry;
+class MyFieldsControllerShared;
+class Platform;
+class Settings;
+class WindowSystem;
+
+// The application controller of the framework: owns the store, the panels, the plug-in manager
+// and the field catalogue, offers the services the product calls, and declares the hooks the
+// product overrides (each with a neutral default here).
+class MyControllerShared {
+ public:
+  MyControllerShared(Settings& settings, WindowSystem& windowSystem, Platform& platform);
+  virtual ~MyControllerShared();
+  MyControllerShared(const MyControllerShared&) = delete;
+  MyControllerShared& operator=(const MyControllerShared&) = delete;
+
+  // Launch hooks; an override calls the inherited one after its own work.
+  virtual void applicationWillFinishLaunching();
+  virtual void applicationDidFinishLaunching();
+
+  // Opens the catalogue (created when missing); its folder becomes the data folder.
+  Store::OpenResult openCatalogue(const QString& path);
+  static QString defaultCataloguePath();
+
+  // Hooks of the search field, the autofill lists and collection naming.
+  virtual QString labelForSearchType(const QVariant& searchType) const;
+  virtual QString searchIdentifierForSearchType(int searchType) const;
+  virtual void addValuesToAutofillForEntry(Entry& entry);
+  virtual QStringList commonAttributesForNamingNewCollection() const { return {}; }
+
+  // Services.
+  static int osVersion(const Platform& platform);
+  qint64 nextUID() { return store_.nextUID(); }
+  bool saveManagedObjectContext();
+  void addEntry(Entry* entry, Collection* collection);
+  void selectEntry(Entry* entry);
+  Entry* entryWithLink(const QString& url) { return store_.entryWithLink(url); }
+  bool importDuplicates() const;
+  void showAddPanel() { addPanel_.setVisible(true); }
+  void clearAddPanel() { addPanel_.clear(); }
+  void closeAddPanel() { addPanel_.setVisible(false); }
+  // A new entry from the add panel's values and tracks. With the duplicate check, an entry of
+  // the same title and artist makes the user confirm; nullptr when they decline.
+  Entry* addEntryFromAddPanelCheckForDuplicates(bool checkForDuplicates);
+  // Shows the entries of the selected collection that match the search, in list order.
+  void search(const QString& text, int searchType);
+  // Deletes the entries, from the store and from view.
+  void deleteEntries(const std::vector<Entry*>& entries);
+  QString proposedNameForNewCollection(const std::vector<Entry*>& entries) const;
+
+  // State.
+  Store& managedObjectContext() { return store_; }
+  Settings& preferencesStandard() const { return settings_; }
+  MyFieldsControllerShared* fieldsController() const { return fieldsController_.get(); }
+  PluginManager& pluginManager() { return pluginManager_; }
+  AddPanel& addPanel() { return addPanel_; }
+  EntriesController& entriesController() { return entriesController_; }
+  CollectionsController& collections() { return collections_; }
+  AutofillLists& comboBoxData() { return comboBoxData_; }
+  const StringTable& frameworkBundle() const { return strings_; }
+  StringTable& frameworkBundle() { return strings_; }
+  WindowSystem& windowSystem() const { return windowSystem_; }
+  Platform& platform() const { return platform_; }
+  QString dataFolderPath() const;
+  QList<bool> bottomFields() const;
+  QString windowFooterString;
+  bool multipleSelection = false;
+
+ protected:
+  void setFieldsController(std::unique_ptr<MyFieldsControllerShared> fields);
+  QString localized(const QString& key, const QString& value = {}) const { return strings_.localizedString(key, value); }
+
+ private:
+  Settings& settings_;
+  WindowSystem& windowSystem_;
+  Platform& platform_;
+  StringTable strings_;
+  Store store_;
+  CollectionsController collections_;
+  EntriesController entriesController_;
+  PluginManager pluginManager_;
+  AddPanel addPanel_;
+  AutofillLists comboBoxData_;
+  std::unique_ptr<MyFieldsControllerShared> fieldsController_;
+};

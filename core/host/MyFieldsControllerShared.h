@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QString>
+#include <QVariantList>
+#include <QVariantMap>
+#include <optional>
+
+class Settings;
+class StringTable;
+
+// The field catalogue as the framework sees it: which fields an entry has, how each is edited
+// and shown. The product subclass supplies the answers; this base holds the services built on
+// them (fields in use, shown names) and neutral defaults.
+class MyFieldsControllerShared {
+ public:
+  // Settings that switch catalogue fields on or off against their "isOff" default.
+  static inline const QString fieldsOnKey = QStringLiteral("Fields On");
+  static inline const QString fieldsOffKey = QStringLiteral("Fields Off");
+  // identifier -> the title the user gave a custom field.
+  static inline const QString customTitlesKey = QStringLiteral("Custom Field Titles");
+
+  MyFieldsControllerShared(Settings& settings, const StringTable& strings) : settings_(settings), strings_(strings) {}
+  virtual ~MyFieldsControllerShared() = default;
+
+  virtual QVariantList allFields() const { return {}; }
+  virtual int fieldTypeForIdentifier(const QString& identifier) const;
+  virtual int columnType(const QString& identifier, bool separateNumber) const;
+  virtual QStringList personalFields();
+  virtual QVariantList smartCollectionFields() const { return editFields(); }
+  virtual QStringList defaultFullscreenFields() const { return {}; }
+  virtual QStringList rssDescriptionFields() const { return {}; }
+  virtual QVariantList columnFields() { return editFields(); }
+  virtual float widthForColumn(const QString& identifier);
+  virtual QVariantList filterMenuItems() const { return {}; }
+
+  // allFields with the user's switches applied: a field the user switched on loses "isOff",
+  // one switched off gains it.
+  QVariantList editFields() const;
+  QString localizedColumnName(const QString& identifier) const;
+  // Orders two field definitions by shown name.
+  bool localizedIdentifierCompare(const QVariant& a, const QVariant& b) const;
+  std::optional<QString> customFieldWithTitle(const QString& title) const;
+  QString clickedField() const { return clickedField_; }
+  void setClickedField(const QString& identifier) { clickedField_ = identifier; }
+
+ protected:
+  Settings& settings() const { return settings_; }
+  const StringTable& strings() const { return strings_; }
+
+  std::optional<QStringList> personalFields_;
+  std::optional<QVariantMap> columnWidthDictionary_;
+
+ private:
+  Settings& settings_;
+  const StringTable& strings_;
+  QString clickedField_;
+};

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QVariantList>
+#include <functional>
+
+// What the product needs of the desktop it runs on.
+class Platform {
+ public:
+  virtual ~Platform() = default;
+
+  // The major release number of the operating system.
+  virtual int osVersion() const = 0;
+  // Calls the handler on the main thread with the mount point of every newly mounted volume.
+  virtual void observeMounts(std::function<void(const QString& volumePath)> handler) = 0;
+  virtual QStringList mountedRemovableVolumes() const = 0;
+  virtual bool eject(const QString& volumePath) = 0;
+  // The tracks of the music player's library as track dictionaries; empty when there is no
+  // player library to read. May be called on a background thread.
+  virtual QVariantList musicLibraryTracks() = 0;
+};

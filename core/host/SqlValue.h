@@ -1,0 +1,14 @@
+#pragma once
+
+#include "AttributeKind.h"
+
+#include <QVariant>
+
+class SqliteStatement;
+
+// How an attribute value of each kind is kept in a column: dates as milliseconds since 1970 UTC,
+// booleans as 0/1, texts as text.
+namespace SqlValue {
+void bind(SqliteStatement& statement, int index, AttributeKind kind, const QVariant* value);
+QVariant read(const SqliteStatement& statement, int column, AttributeKind kind);
+}  // namespace SqlValue

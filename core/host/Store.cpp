@@ -1,0 +1,478 @@
+#include "Store.h"
+
+#include "Entry.h"
+#include "EntryWriter.h"
+#include "MigrationManager.h"
+#include "ModelKeys.h"
+#include "SqlValue.h"
+#include "SqliteStatement.h"
+#include "SqliteTransaction.h"
+#include "StoreSchema.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <algorithm>
+
+namespace {
+constexpr qint64 uidBlockSize = 1000;
+constexpr int busyTimeoutMs = 10000;
+
+bool hasSqliteHeader(const QString& path) {
+  QFile f(path);
+  if (!f.open(QIODevice::ReadOnly)) return false;
+  const QByteArray head = f.read(16);
+  return head.isEmpty() || head == QByteArray("SQLite format 3", 16);
+}
+
+template <typename T>
+std::vector<std::unique_ptr<T>> readObjects(SqliteStatement& q, qint64 uid) {
+  std::vector<std::unique_ptr<T>> objects;
+  q.bind(1, uid);
+  while (q.step() == SQLITE_ROW) {
+    auto object = std::make_unique<T>();
+    const auto& attributes = object->schema().attributes();
+    for (int i = 0; i < int(attributes.size()); ++i) object->loadValueAt(i, SqlValue::read(q, i, attributes[i].kind));
+    objects.push_back(std::move(object));
+  }
+  q.reset();
+  return objects;
+}
+}  // namespace
+
+Store::Store() = default;
+
+Store::~Store() {
+  trackQuery_.reset();
+  linkQuery_.reset();
+}
+
+void Store::setMigrationPolicy(std::shared_ptr<EntityMigrationPolicy> policy) { policy_ = std::move(policy); }
+
+Store::OpenResult Store::prepareFile(const QString& path) {
+  const bool memory = path == QLatin1String(":memory:");
+  const QFileInfo info(path);
+  if (!memory && info.exists()) {
+    if (info.isDir()) return {OpenStatus::CannotOpen, QStringLiteral("%1 is a folder, not a catalogue.").arg(path)};
+    if (!info.isReadable()) return {OpenStatus::CannotOpen, QStringLiteral("%1 cannot be read.").arg(path)};
+    if (!hasSqliteHeader(path))
+      return {OpenStatus::NotACatalogue, QStringLiteral("%1 is not a Discary catalogue.").arg(path)};
+    if (!info.isWritable() || !QFileInfo(info.absolutePath()).isWritable())
+      return {OpenStatus::ReadOnly,
+              QStringLiteral("%1 is read-only; Discary needs to write to its catalogue and its folder.").arg(path)};
+  } else if (!memory && !QDir().mkpath(info.absolutePath())) {
+    return {OpenStatus::CannotOpen, QStringLiteral("Cannot create the folder %1.").arg(info.absolutePath())};
+  }
+  if (!db_.open(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_FULLMUTEX))
+    return {OpenStatus::CannotOpen, QStringLiteral("Cannot open %1: %2").arg(path, db_.errorMessage())};
+  sqlite3_busy_timeout(db_.handle(), busyTimeoutMs);
+  return {};
+}
+
+Store::OpenResult Store::open(const QString& path) {
+  path_ = path;
+  OpenResult result = prepareFile(path);
+  if (!result.ok()) return result;
+
+  const qint64 version = db_.userVersion();
+  if (version < 0) {
+    const bool busy = db_.errorCode() == SQLITE_BUSY;
+    result = {busy ? OpenStatus::Busy : OpenStatus::NotACatalogue,
+              busy ? QStringLiteral("%1 is locked by another program.").arg(path)
+                   : QStringLiteral("%1 is not a Discary catalogue: %2").arg(path, db_.errorMessage())};
+  } else if (version > StoreSchema::currentVersion) {
+    result = {OpenStatus::TooNew,
+              QStringLiteral("%1 was written by a newer Discary (catalogue version %2); this one reads up to version %3.")
+                  .arg(path)
+                  .arg(version)
+                  .arg(StoreSchema::currentVersion)};
+  } else if (version == 0) {
+    SqliteStatement tables(db_.handle(), QStringLiteral("SELECT count(*) FROM sqlite_master"));
+    if (tables.step() != SQLITE_ROW) {
+      result = {OpenStatus::NotACatalogue, QStringLiteral("%1 is not a Discary catalogue.").arg(path)};
+    } else if (tables.int64(0) > 0) {
+      result = {OpenStatus::NotACatalogue, QStringLiteral("%1 is an SQLite file but not a Discary catalogue.").arg(path)};
+    } else {
+      SqliteTransaction t(db_);
+      bool ok = t.isOpen();
+      for (const QString& sql : StoreSchema::createStatements()) ok = ok && db_.exec(sql);
+      ok = ok && db_.exec(QStringLiteral("PRAGMA user_version=%1").arg(StoreSchema::currentVersion)) && t.commit();
+      if (!ok) result = {OpenStatus::CannotOpen, QStringLiteral("Cannot create %1: %2").arg(path, db_.errorMessage())};
+    }
+  } else if (version < StoreSchema::currentVersion) {
+    result = migrate(version);
+  }
+  if (result.ok()) {
+    db_.exec(QStringLiteral("PRAGMA journal_mode=WAL"));
+    db_.exec(QStringLiteral("PRAGMA synchronous=NORMAL"));
+    if (!loadEntries() || !loadCollections())
+      result = {OpenStatus::Damaged, QStringLiteral("%1 could not be read: %2").arg(path, db_.errorMessage())};
+  }
+  if (!result.ok()) db_.close();
+  return result;
+}
+
+Store::OpenResult Store::migrate(qint64 version) {
+  if (version != StoreSchema::version4)
+    return {OpenStatus::TooOld, QStringLiteral("%1 is a catalogue of version %2, which this Discary cannot read.")
+                                    .arg(path_)
+                                    .arg(version)};
+  SqliteStatement check(db_.handle(), QStringLiteral("PRAGMA quick_check"));
+  if (check.step() != SQLITE_ROW || check.text(0) != QLatin1String("ok"))
+    return {OpenStatus::Damaged, QStringLiteral("%1 is damaged and was not converted.").arg(path_)};
+  if (path_ != QLatin1String(":memory:")) {
+    const QString backup = path_ + QStringLiteral(".version4");
+    QFile::remove(backup);
+    if (!QFile::copy(path_, backup))
+      return {OpenStatus::MigrationFailed, QStringLiteral("Cannot back up %1 before converting it.").arg(path_)};
+  }
+  MigrationManager manager(db_, policy_);
+  QString error;
+  if (!manager.migrate(&error))
+    return {OpenStatus::MigrationFailed,
+            QStringLiteral("%1 could not be converted to the current version and was left as it was: %2").arg(path_, error)};
+  return {};
+}
+
+bool Store::loadEntries() {
+  const auto& attributes = EntitySchema::cd().attributes();
+  SqliteStatement q(db_.handle(),
+                    QStringLiteral("SELECT uid,%1 FROM entries ORDER BY uid").arg(StoreSchema::columnList(EntitySchema::cd())));
+  if (!q.isValid()) return false;
+  int rc;
+  while ((rc = q.step()) == SQLITE_ROW) {
+    auto entry = std::make_unique<Entry>(q.int64(0), this);
+    for (int i = 0; i < int(attributes.size()); ++i) {
+      if (!q.isNull(i + 1)) entry->loadValueAt(i, SqlValue::read(q, i + 1, attributes[i].kind));
+    }
+    entries_.push_back(entry.get());
+    byUID_.emplace(entry->uid(), std::move(entry));
+  }
+  trackQuery_ = std::make_unique<SqliteStatement>(
+      db_.handle(), QStringLiteral("SELECT %1 FROM tracks WHERE entry_uid=? ORDER BY id")
+                        .arg(StoreSchema::columnList(EntitySchema::track())));
+  linkQuery_ = std::make_unique<SqliteStatement>(
+      db_.handle(),
+      QStringLiteral("SELECT %1 FROM links WHERE entry_uid=? ORDER BY id").arg(StoreSchema::columnList(EntitySchema::link())));
+  return rc == SQLITE_DONE && trackQuery_->isValid() && linkQuery_->isValid();
+}
+
+bool Store::loadCollections() {
+  SqliteStatement q(db_.handle(), QStringLiteral("SELECT id,name FROM collections ORDER BY position,id"));
+  while (q.step() == SQLITE_ROW) {
+    ownedCollections_.push_back(std::make_unique<Collection>(q.int64(0), q.text(1)));
+    collections_.push_back(ownedCollections_.back().get());
+  }
+  SqliteStatement m(db_.handle(),
+                    QStringLiteral("SELECT collection_id,entry_uid FROM collection_entries ORDER BY collection_id,position"));
+  Collection* current = nullptr;
+  while (m.step() == SQLITE_ROW) {
+    if (!current || current->id() != m.int64(0)) {
+      auto it = std::find_if(collections_.begin(), collections_.end(), [&](Collection* c) { return c->id() == m.int64(0); });
+      current = it == collections_.end() ? nullptr : *it;
+    }
+    if (current && byUID_.count(m.int64(1)) && !current->contains(m.int64(1))) {
+      current->members_.push_back(m.int64(1));
+      current->memberSet_.insert(m.int64(1));
+    }
+  }
+  return m.isValid() && q.isValid();
+}
+
+Entry* Store::entryWithUID(qint64 uid) const {
+  auto it = byUID_.find(uid);
+  return it == byUID_.end() ? nullptr : it->second.get();
+}
+
+qint64 Store::nextUID() {
+  if (uidBlockNext_ >= uidBlockEnd_) {
+    qint64 start = 1;
+    {
+      SqliteTransaction t(db_);
+      SqliteStatement read(db_.handle(), QStringLiteral("SELECT max(coalesce((SELECT value FROM meta WHERE key='nextUID'),1),"
+                                                        "coalesce((SELECT max(uid)+1 FROM entries),1),"
+                                                        "coalesce((SELECT max(id)+1 FROM collections),1))"));
+      if (read.step() == SQLITE_ROW) start = std::max<qint64>(1, read.int64(0));
+      read.reset();
+      SqliteStatement write(db_.handle(), QStringLiteral("INSERT OR REPLACE INTO meta(key,value) VALUES('nextUID',?)"));
+      write.bind(1, start + uidBlockSize);
+      if (!t.isOpen() || !write.run() || !t.commit()) {
+        // No file to reserve in (or it is locked): stay unique within this process at least.
+        start = std::max(start, uidBlockEnd_);
+      }
+    }
+    start = std::max(start, uidBlockEnd_);
+    uidBlockNext_ = start;
+    uidBlockEnd_ = start + uidBlockSize;
+  }
+  return uidBlockNext_++;
+}
+
+Entry* Store::insertEntry() {
+  auto entry = std::make_unique<Entry>(nextUID(), this);
+  entry->adoptLoadedRelationships({}, {});
+  Entry* raw = entry.get();
+  entries_.push_back(raw);
+  byUID_.emplace(raw->uid(), std::move(entry));
+  changed_.insert(raw->uid());
+  relationshipsChanged_.insert(raw->uid());
+  notify(raw, {});
+  return raw;
+}
+
+void Store::deleteEntry(Entry* entry) {
+  if (!entry) return;
+  const qint64 uid = entry->uid();
+  for (Collection* c : collections_) removeEntryFromCollection(entry, c);
+  entries_.erase(std::remove(entries_.begin(), entries_.end(), entry), entries_.end());
+  changed_.remove(uid);
+  relationshipsChanged_.remove(uid);
+  deleted_.insert(uid);
+  notify(nullptr, {});
+  byUID_.erase(uid);
+}
+
+std::unique_ptr<Track> Store::newTrack() { return std::make_unique<Track>(); }
+
+std::unique_ptr<Link> Store::newLink() { return std::make_unique<Link>(); }
+
+void Store::entryDidChange(Entry& entry, const QString& key, bool notifyListeners) {
+  changed_.insert(entry.uid());
+  if (key == ModelKeys::tracksSet || key == ModelKeys::linksSet) relationshipsChanged_.insert(entry.uid());
+  if (notifyListeners) notify(&entry, key);
+}
+
+void Store::loadRelationships(Entry& entry) {
+  if (!trackQuery_ || deleted_.contains(entry.uid())) return;
+  auto tracks = readObjects<Track>(*trackQuery_, entry.uid());
+  auto links = readObjects<Link>(*linkQuery_, entry.uid());
+  entry.adoptLoadedRelationships(std::move(tracks), std::move(links));
+}
+
+void Store::prefetchRelationships(const std::vector<Entry*>& entries) {
+  if (!isOpen()) return;
+  // One scan of each table beats a query per entry once more than a handful are wanted.
+  auto scan = [&](const EntitySchema& schema, const QString& table, auto make, auto& into) {
+    SqliteStatement q(db_.handle(),
+                      QStringLiteral("SELECT entry_uid,%1 FROM %2 ORDER BY entry_uid,id").arg(StoreSchema::columnList(schema), table));
+    const auto& attributes = schema.attributes();
+    while (q.step() == SQLITE_ROW) {
+      auto it = into.find(q.int64(0));
+      if (it == into.end()) continue;
+      auto object = make();
+      for (int i = 0; i < int(attributes.size()); ++i)
+        if (!q.isNull(i + 1)) object->loadValueAt(i, SqlValue::read(q, i + 1, attributes[i].kind));
+      it->second.push_back(std::move(object));
+    }
+  };
+  std::unordered_map<qint64, std::vector<std::unique_ptr<Track>>> tracks;
+  std::unordered_map<qint64, std::vector<std::unique_ptr<Link>>> links;
+  for (Entry* e : entries) {
+    if (e->relationshipsLoaded()) continue;
+    tracks[e->uid()];
+    links[e->uid()];
+  }
+  if (tracks.empty()) return;
+  scan(EntitySchema::track(), QStringLiteral("tracks"), &Store::newTrack, tracks);
+  scan(EntitySchema::link(), QStringLiteral("links"), &Store::newLink, links);
+  for (Entry* e : entries) {
+    if (e->relationshipsLoaded()) continue;
+    e->adoptLoadedRelationships(std::move(tracks[e->uid()]), std::move(links[e->uid()]));
+  }
+}
+
+Entry* Store::entryWithLink(const QString& url) {
+  // Unsaved links live only in memory; saved ones are found through the index on url.
+  for (qint64 uid : relationshipsChanged_) {
+    Entry* e = entryWithUID(uid);
+    if (!e) continue;
+    for (const auto& link : e->linksSet())
+      if (link->stringValue(QStringLiteral("url")) == url) return e;
+  }
+  SqliteStatement q(db_.handle(), QStringLiteral("SELECT entry_uid FROM links WHERE url=?"));
+  q.bind(1, url);
+  while (q.step() == SQLITE_ROW) {
+    Entry* e = entryWithUID(q.int64(0));
+    if (e && !relationshipsChanged_.contains(e->uid())) return e;
+  }
+  return nullptr;
+}
+
+QSet<qint64> Store::entriesWithTrackMatching(const QStringList& trackKeys, const QString& text) {
+  QSet<qint64> found;
+  QStringList conditions;
+  for (const QString& key : trackKeys) {
+    if (EntitySchema::track().indexOf(key) < 0) continue;
+    conditions << StoreSchema::quoted(key) + QStringLiteral(" LIKE ?1 ESCAPE '\\'");
+    for (qint64 uid : relationshipsChanged_) {
+      Entry* e = entryWithUID(uid);
+      if (!e) continue;
+      for (const auto& t : e->tracksSet())
+        if (t->stringValue(key).contains(text, Qt::CaseInsensitive)) found.insert(uid);
+    }
+  }
+  if (conditions.isEmpty()) return found;
+  QString pattern = text;
+  pattern.replace(QLatin1Char('\\'), QStringLiteral("\\\\")).replace(QLatin1Char('%'), QStringLiteral("\\%"))
+      .replace(QLatin1Char('_'), QStringLiteral("\\_"));
+  SqliteStatement q(db_.handle(), QStringLiteral("SELECT DISTINCT entry_uid FROM tracks WHERE %1").arg(conditions.join(" OR ")));
+  q.bind(1, QLatin1Char('%') + pattern + QLatin1Char('%'));
+  while (q.step() == SQLITE_ROW)
+    if (!relationshipsChanged_.contains(q.int64(0))) found.insert(q.int64(0));
+  return found;
+}
+
+QSet<qint64> Store::entriesWithLinkMatching(const QString& text) {
+  QSet<qint64> found;
+  for (Entry* e : entries_) {
+    for (const auto& link : e->linksSet()) {
+      if (link->stringValue(QStringLiteral("name")).contains(text, Qt::CaseInsensitive) ||
+          link->stringValue(QStringLiteral("url")).contains(text, Qt::CaseInsensitive))
+        found.insert(e->uid());
+    }
+  }
+  return found;
+}
+
+bool Store::hasChanges() const {
+  return !changed_.isEmpty() || !deleted_.isEmpty() || !createdCollections_.isEmpty() || !renamedCollections_.isEmpty() ||
+         !deletedCollections_.empty() || !membershipsAdded_.isEmpty() || !membershipsRemoved_.isEmpty();
+}
+
+bool Store::save(QString* error) {
+  if (!hasChanges()) return true;
+  auto fail = [&](const QString& what) {
+    if (error) *error = what + QStringLiteral(": ") + db_.errorMessage();
+    return false;
+  };
+  if (!isOpen()) return fail(QStringLiteral("The catalogue is not open"));
+  SqliteTransaction transaction(db_);
+  if (!transaction.isOpen()) return fail(QStringLiteral("The catalogue is busy"));
+  EntryWriter writer(db_.handle());
+  if (!writer.isValid()) return fail(QStringLiteral("Cannot write the catalogue"));
+  for (qint64 uid : deleted_)
+    if (!writer.remove(uid)) return fail(QStringLiteral("Cannot delete an entry"));
+  for (qint64 uid : changed_) {
+    Entry* e = entryWithUID(uid);
+    if (e && !writer.writeAttributes(*e)) return fail(QStringLiteral("Cannot save an entry"));
+    if (e && relationshipsChanged_.contains(uid) && !writer.writeRelationships(*e))
+      return fail(QStringLiteral("Cannot save the tracks of an entry"));
+  }
+  SqliteStatement insertCollection(db_.handle(),
+                                   QStringLiteral("INSERT OR REPLACE INTO collections(id,name,position) VALUES(?,?,?)"));
+  for (int i = 0; i < int(collections_.size()); ++i) {
+    Collection* c = collections_[i];
+    if (!createdCollections_.contains(c) && !renamedCollections_.contains(c)) continue;
+    insertCollection.bind(1, c->id());
+    insertCollection.bind(2, c->name());
+    insertCollection.bind(3, qint64(i));
+    if (!insertCollection.run()) return fail(QStringLiteral("Cannot save a collection"));
+  }
+  SqliteStatement dropCollection(db_.handle(), QStringLiteral("DELETE FROM collections WHERE id=?"));
+  SqliteStatement dropMembers(db_.handle(), QStringLiteral("DELETE FROM collection_entries WHERE collection_id=?"));
+  for (const auto& c : deletedCollections_) {
+    dropCollection.bind(1, c->id());
+    dropMembers.bind(1, c->id());
+    if (!dropCollection.run() || !dropMembers.run()) return fail(QStringLiteral("Cannot delete a collection"));
+  }
+  SqliteStatement addMember(db_.handle(), QStringLiteral("INSERT OR IGNORE INTO collection_entries(collection_id,entry_uid,position) "
+                                                         "VALUES(?1,?2,(SELECT count(*) FROM collection_entries WHERE collection_id=?1))"));
+  SqliteStatement removeMember(db_.handle(), QStringLiteral("DELETE FROM collection_entries WHERE collection_id=? AND entry_uid=?"));
+  for (const auto& [collection, uid] : membershipsRemoved_) {
+    removeMember.bind(1, collection);
+    removeMember.bind(2, uid);
+    if (!removeMember.run()) return fail(QStringLiteral("Cannot save a collection"));
+  }
+  for (const auto& [collection, uid] : membershipsAdded_) {
+    addMember.bind(1, collection);
+    addMember.bind(2, uid);
+    if (!addMember.run()) return fail(QStringLiteral("Cannot save a collection"));
+  }
+  if (!transaction.commit()) return fail(QStringLiteral("Cannot save the catalogue"));
+  changed_.clear();
+  relationshipsChanged_.clear();
+  deleted_.clear();
+  createdCollections_.clear();
+  renamedCollections_.clear();
+  deletedCollections_.clear();
+  membershipsAdded_.clear();
+  membershipsRemoved_.clear();
+  return true;
+}
+
+Collection* Store::collectionNamed(const QString& name) const {
+  for (Collection* c : collections_)
+    if (c->name() == name) return c;
+  return nullptr;
+}
+
+Collection* Store::createCollection(const QString& name) {
+  ownedCollections_.push_back(std::make_unique<Collection>(nextUID(), name));
+  Collection* c = ownedCollections_.back().get();
+  collections_.push_back(c);
+  createdCollections_.insert(c);
+  notify(nullptr, ModelKeys::collections);
+  return c;
+}
+
+bool Store::renameCollection(Collection* c, const QString& name) {
+  if (!c || name.trimmed().isEmpty() || (collectionNamed(name) && collectionNamed(name) != c)) return false;
+  c->name_ = name;
+  renamedCollections_.insert(c);
+  notify(nullptr, ModelKeys::collections);
+  return true;
+}
+
+void Store::deleteCollection(Collection* c) {
+  auto it = std::find_if(ownedCollections_.begin(), ownedCollections_.end(), [&](const auto& p) { return p.get() == c; });
+  if (it == ownedCollections_.end()) return;
+  collections_.erase(std::remove(collections_.begin(), collections_.end(), c), collections_.end());
+  createdCollections_.remove(c);
+  renamedCollections_.remove(c);
+  deletedCollections_.push_back(std::move(*it));
+  ownedCollections_.erase(it);
+  notify(nullptr, ModelKeys::collections);
+}
+
+void Store::addEntryToCollection(Entry* entry, Collection* c) {
+  if (!entry || !c || !c->isUser() || c->contains(entry->uid())) return;
+  c->members_.push_back(entry->uid());
+  c->memberSet_.insert(entry->uid());
+  membershipsRemoved_.remove({c->id(), entry->uid()});
+  membershipsAdded_.insert({c->id(), entry->uid()});
+  notify(entry, ModelKeys::collections);
+}
+
+void Store::removeEntryFromCollection(Entry* entry, Collection* c) {
+  if (!entry || !c || !c->contains(entry->uid())) return;
+  c->members_.erase(std::remove(c->members_.begin(), c->members_.end(), entry->uid()), c->members_.end());
+  c->memberSet_.remove(entry->uid());
+  membershipsAdded_.remove({c->id(), entry->uid()});
+  membershipsRemoved_.insert({c->id(), entry->uid()});
+  notify(entry, ModelKeys::collections);
+}
+
+QStringList Store::collectionNamesOf(const Entry& entry) const {
+  QStringList names;
+  for (Collection* c : collections_)
+    if (c->contains(entry.uid())) names << c->name();
+  return names;
+}
+
+QVariant Store::derivedValue(const Entry& entry, const QString& key) const {
+  if (key == QLatin1String("collectionNames")) return collectionNamesOf(entry).join(QStringLiteral(", "));
+  if (key == QLatin1String("hasCoverImage")) {
+    const QString dir = QFileInfo(path_).absolutePath();
+    return path_ != QLatin1String(":memory:") && QFile::exists(dir + QStringLiteral("/Covers/%1.jpg").arg(entry.uid()));
+  }
+  if (key == QLatin1String("statusImage")) return entry.value(QStringLiteral("status")).toLongLong();
+  return {};
+}
+
+void Store::addChangeListener(std::function<void(Entry*, const QString&)> listener) {
+  listeners_.push_back(std::move(listener));
+}
+
+void Store::notify(Entry* entry, const QString& key) {
+  for (auto& l : listeners_) l(entry, key);
+}

@@ -1,0 +1,104 @@
+#pragma once
+
+#include "Collection.h"
+#include "ObjectContext.h"
+#include "SqliteDatabase.h"
+
+#include <QHash>
+#include <QSet>
+#include <functional>
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+class Entry;
+class EntityMigrationPolicy;
+class Link;
+class SqliteStatement;
+class Track;
+
+// The catalogue store: one SQLite file holding entries, their tracks and links, and collections.
+// Entries are kept in memory once opened; tracks and links are read the first time an entry's
+// sets are asked for. save() writes what changed since the last save in one transaction, so a
+// crash leaves the file as of the last completed save.
+class Store : public ObjectContext {
+ public:
+  enum class OpenStatus { Ok, NotACatalogue, TooNew, TooOld, ReadOnly, Busy, Damaged, MigrationFailed, CannotOpen };
+  struct OpenResult {
+    OpenStatus status = OpenStatus::Ok;
+    QString message;
+    bool ok() const { return status == OpenStatus::Ok; }
+  };
+
+  Store();
+  ~Store() override;
+
+  // The policy the migration from version 4 runs for each entry ("CD").
+  void setMigrationPolicy(std::shared_ptr<EntityMigrationPolicy> policy);
+  // Opens or creates the file (":memory:" for a store that is never written). A store of an
+  // older version is migrated first; on any failure the file is left as it was.
+  OpenResult open(const QString& path);
+  bool isOpen() const { return db_.handle() != nullptr; }
+  const QString& path() const { return path_; }
+
+  // A new entry ("CD") with a fresh uid; it is written at the next save.
+  Entry* insertEntry();
+  void deleteEntry(Entry* entry);
+  static std::unique_ptr<Track> newTrack();
+  static std::unique_ptr<Link> newLink();
+
+  // Every entry, in the order of their uids.
+  const std::vector<Entry*>& entries() const { return entries_; }
+  Entry* entryWithUID(qint64 uid) const;
+  // The entry that holds a link whose "url" equals the text exactly.
+  Entry* entryWithLink(const QString& url);
+  // Uids of the entries that have a track whose attribute contains the text, ignoring case.
+  QSet<qint64> entriesWithTrackMatching(const QStringList& trackKeys, const QString& text);
+  QSet<qint64> entriesWithLinkMatching(const QString& text);
+  // Reads the tracks and links of all these entries in one pass.
+  void prefetchRelationships(const std::vector<Entry*>& entries);
+
+  // Unique across processes sharing the file: uids are reserved from the file in blocks.
+  qint64 nextUID();
+  bool hasChanges() const;
+  bool save(QString* error = nullptr);
+
+  // Collections, user ones in their order; the borrowed and wish-list ones are not listed here.
+  const std::vector<Collection*>& collections() const { return collections_; }
+  Collection* collectionNamed(const QString& name) const;
+  Collection* createCollection(const QString& name);
+  bool renameCollection(Collection* collection, const QString& name);
+  void deleteCollection(Collection* collection);
+  void addEntryToCollection(Entry* entry, Collection* collection);
+  void removeEntryFromCollection(Entry* entry, Collection* collection);
+  QStringList collectionNamesOf(const Entry& entry) const;
+
+  // Called after every notifying change of an entry or of the collections.
+  void addChangeListener(std::function<void(Entry* entry, const QString& key)> listener);
+
+  // ObjectContext
+  void entryDidChange(Entry& entry, const QString& key, bool notify) override;
+  void loadRelationships(Entry& entry) override;
+  QVariant derivedValue(const Entry& entry, const QString& key) const override;
+
+ private:
+  OpenResult prepareFile(const QString& path);
+  OpenResult migrate(qint64 version);
+  bool loadEntries();
+  bool loadCollections();
+  void notify(Entry* entry, const QString& key);
+
+  SqliteDatabase db_;
+  std::unique_ptr<SqliteStatement> trackQuery_, linkQuery_;
+  QString path_;
+  std::shared_ptr<EntityMigrationPolicy> policy_;
+  std::vector<Entry*> entries_;
+  std::unordered_map<qint64, std::unique_ptr<Entry>> byUID_;
+  QSet<qint64> changed_, relationshipsChanged_, deleted_;
+  std::vector<Collection*> collections_;
+  std::vector<std::unique_ptr<Collection>> ownedCollections_, deletedCollections_;
+  QSet<Collection*> createdCollections_, renamedCollections_;
+  QSet<QPair<qint64, qint64>> membershipsAdded_, membershipsRemoved_;  // (collection id, uid)
+  qint64 uidBlockNext_ = 0, uidBlockEnd_ = 0;
+  std::vector<std::function<void(Entry*, const QString&)>> listeners_;
+};

@@ -1,0 +1,74 @@
+#include "StoreSchema.h"
+
+#include "EntitySchema.h"
+
+namespace StoreSchema {
+
+QString quoted(const QString& identifier) { return QLatin1Char('"') + identifier + QLatin1Char('"'); }
+
+static QString sqlType(AttributeKind kind) {
+  switch (kind) {
+    case AttributeKind::Date:
+    case AttributeKind::Integer:
+    case AttributeKind::Boolean:
+      return QStringLiteral("INTEGER");
+    default:
+      return QStringLiteral("TEXT");
+  }
+}
+
+QString columnList(const EntitySchema& schema) {
+  QStringList columns;
+  for (const auto& a : schema.attributes()) columns << quoted(a.key);
+  return columns.join(QLatin1Char(','));
+}
+
+static QString columnDefinitions(const EntitySchema& schema) {
+  QStringList columns;
+  for (const auto& a : schema.attributes()) columns << quoted(a.key) + QLatin1Char(' ') + sqlType(a.kind);
+  return columns.join(QStringLiteral(", "));
+}
+
+QStringList createStatements(const QString& p) {
+  return {
+      QStringLiteral("CREATE TABLE %1entries (uid INTEGER PRIMARY KEY, %2)").arg(p, columnDefinitions(EntitySchema::cd())),
+      QStringLiteral("CREATE TABLE %1tracks (id INTEGER PRIMARY KEY, entry_uid INTEGER NOT NULL, %2)")
+          .arg(p, columnDefinitions(EntitySchema::track())),
+      QStringLiteral("CREATE INDEX %1tracks_entry ON %1tracks(entry_uid)").arg(p),
+      QStringLiteral("CREATE TABLE %1links (id INTEGER PRIMARY KEY, entry_uid INTEGER NOT NULL, %2)")
+          .arg(p, columnDefinitions(EntitySchema::link())),
+      QStringLiteral("CREATE INDEX %1links_entry ON %1links(entry_uid)").arg(p),
+      QStringLiteral("CREATE INDEX %1links_url ON %1links(url)").arg(p),
+      QStringLiteral("CREATE TABLE %1collections (id INTEGER PRIMARY KEY, name TEXT NOT NULL, position INTEGER)").arg(p),
+      QStringLiteral("CREATE TABLE %1collection_entries (collection_id INTEGER NOT NULL, entry_uid INTEGER NOT NULL, "
+                     "position INTEGER, PRIMARY KEY (collection_id, entry_uid)) WITHOUT ROWID")
+          .arg(p),
+      QStringLiteral("CREATE TABLE %1meta (key TEXT PRIMARY KEY, value) WITHOUT ROWID").arg(p),
+  };
+}
+
+QStringList version4CreateStatements() {
+  // Version 4 kept dates as seconds since 2001-01-01 UTC (REAL), had no sort names, no
+  // original release date, no mixing or arranging credits, no custom tag and long-text fields,
+  // no track composer and no link order.
+  return {
+      QStringLiteral(
+          "CREATE TABLE entries (uid INTEGER PRIMARY KEY, title TEXT, artist TEXT, composer TEXT, "
+          "conductor TEXT, producer TEXT, label TEXT, genre TEXT, format TEXT, releaseDate REAL, duration TEXT, "
+          "numberOfTracks TEXT, discs TEXT, discID TEXT, upc TEXT, asin TEXT, catalogNumber TEXT, price TEXT, "
+          "paid TEXT, rating TEXT, myRating INTEGER, awards TEXT, comments TEXT, summary TEXT, tags TEXT, url TEXT, "
+          "location TEXT, collectionID TEXT, purchasedAt TEXT, purchasedOn REAL, borrowedBy TEXT, borrowedOn REAL, "
+          "dueDate REAL, lastPlayed REAL, dateAdded REAL, dateEdited REAL, status INTEGER, itunes INTEGER, "
+          "custom1 TEXT, custom2 TEXT, custom3 TEXT, custom4 TEXT, custom5 TEXT, custom6 TEXT, custom7 TEXT, "
+          "custom8 TEXT, custom9 TEXT, custom10 TEXT, customDate1 REAL, customDate2 REAL, "
+          "customCheckbox1 INTEGER, customCheckbox2 INTEGER)"),
+      QStringLiteral("CREATE TABLE tracks (id INTEGER PRIMARY KEY, entry_uid INTEGER NOT NULL, name TEXT, "
+                     "position INTEGER, duration TEXT, artist TEXT)"),
+      QStringLiteral("CREATE TABLE links (id INTEGER PRIMARY KEY, entry_uid INTEGER NOT NULL, name TEXT, url TEXT, "
+                     "type TEXT)"),
+      QStringLiteral("CREATE TABLE collections (id INTEGER PRIMARY KEY, name TEXT NOT NULL)"),
+      QStringLiteral("CREATE TABLE collection_entries (collection_id INTEGER NOT NULL, entry_uid INTEGER NOT NULL)"),
+  };
+}
+
+}  // namespace StoreSchema

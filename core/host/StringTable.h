@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+
+// User-visible texts by key, so that they can be translated. Tables are JSON objects of key to
+// text under :/strings/<table>.json; "Localizable" is the default table. A key without a text
+// shows the given default value, or the key itself.
+class StringTable {
+ public:
+  static inline const QString defaultTable = QStringLiteral("Localizable");
+  static inline const QString fieldsTable = QStringLiteral("Fields");
+
+  QString localizedString(const QString& key, const QString& value = {}, const QString& table = {}) const;
+  // Texts added at run time override the built-in ones (tests, user translations).
+  void insert(const QString& table, const QString& key, const QString& text);
+
+ private:
+  const QHash<QString, QString>& tableNamed(const QString& table) const;
+  mutable QHash<QString, QHash<QString, QString>> tables_;
+};

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QVariantList>
+#include <QVariantMap>
+#include <mutex>
+
+class Platform;
+
+// The add panel's track table, and the music player's library kept in memory so the panel can
+// tell which tracks the player already has.
+class TrackData {
+ public:
+  explicit TrackData(Platform& platform) : platform_(platform) {}
+
+  QVariantList tracks() const { return tracks_; }
+  void setTracks(const QVariantList& tracks) { tracks_ = tracks; }
+  // Every track's "duration" summed, as a time text; empty when no track has one.
+  QString calculateTotalDuration() const;
+
+  // Reads the player's library; safe to run on a background thread.
+  void loadItunes();
+  bool libraryLoaded() const;
+  int libraryTrackCount() const;
+  // Whether the library has a track of that name on an album of the main entry's title.
+  bool isTrackInItunes(const QVariantMap& track, const QVariantMap& mainEntry) const;
+
+ private:
+  Platform& platform_;
+  QVariantList tracks_;
+  mutable std::mutex libraryMutex_;
+  QVariantList library_;
+  bool libraryLoaded_ = false;
+};

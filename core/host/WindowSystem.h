@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+// How the product asks and tells the user things: the GUI shows dialogs and sheets, the command
+// line prints and prompts, tests answer from a script.
+class WindowSystem {
+ public:
+  virtual ~WindowSystem() = default;
+
+  // Returns the index of the chosen button, 0 for the first.
+  virtual int runAlert(const QString& title, const QString& message, const QStringList& buttons) = 0;
+  // count 0 shows an indeterminate bar. One sheet at a time; whoever opens it closes it.
+  virtual void showProgressSheet(const QString& title, const QString& subtitle, int count) = 0;
+  virtual void setProgressSubtitle(const QString& subtitle) = 0;
+  virtual void increaseProgress() = 0;
+  virtual void closeProgressSheet() = 0;
+  virtual bool progressCancelled() const { return false; }
+  // The index of the chosen item, or -1 when the user chose none.
+  virtual int choose(const QString& title, const QStringList& items) = 0;
+  // A transient notice over the window for that many seconds.
+  virtual void displayNotice(const QString& text, double seconds) = 0;
+};

@@ -1,0 +1,113 @@
+#include "Entry.h"
+
+#include "ModelKeys.h"
+#include "ObjectContext.h"
+
+#include <algorithm>
+
+Entry::Entry(qint64 uid, ObjectContext* context)
+    : ManagedObject(EntitySchema::cd()), uid_(uid), context_(context), relationshipsLoaded_(context == nullptr) {}
+
+Entry::~Entry() = default;
+
+void Entry::fault() {
+  if (relationshipsLoaded_) return;
+  relationshipsLoaded_ = true;
+  if (context_) context_->loadRelationships(*this);
+}
+
+const std::vector<std::unique_ptr<Track>>& Entry::tracksSet() {
+  fault();
+  return tracks_;
+}
+
+const std::vector<std::unique_ptr<Link>>& Entry::linksSet() {
+  fault();
+  return links_;
+}
+
+int Entry::countOfSet(const QString& key) {
+  if (key == ModelKeys::tracksSet) return int(tracksSet().size());
+  if (key == ModelKeys::linksSet) return int(linksSet().size());
+  return 0;
+}
+
+Track* Entry::addTrack(std::unique_ptr<Track> track) {
+  fault();
+  track->entry_ = this;
+  tracks_.push_back(std::move(track));
+  relationshipDidChange(ModelKeys::tracksSet, true);
+  return tracks_.back().get();
+}
+
+Link* Entry::addLink(std::unique_ptr<Link> link) {
+  fault();
+  link->entry_ = this;
+  links_.push_back(std::move(link));
+  relationshipDidChange(ModelKeys::linksSet, true);
+  return links_.back().get();
+}
+
+template <typename T>
+static bool eraseObject(std::vector<std::unique_ptr<T>>& objects, T* object) {
+  auto it = std::find_if(objects.begin(), objects.end(), [&](const auto& p) { return p.get() == object; });
+  if (it == objects.end()) return false;
+  objects.erase(it);
+  return true;
+}
+
+void Entry::removeTrack(Track* track) {
+  fault();
+  if (eraseObject(tracks_, track)) relationshipDidChange(ModelKeys::tracksSet, true);
+}
+
+void Entry::removeLink(Link* link) {
+  fault();
+  if (eraseObject(links_, link)) relationshipDidChange(ModelKeys::linksSet, true);
+}
+
+template <typename T>
+static std::vector<T*> sortedByPosition(const std::vector<std::unique_ptr<T>>& objects) {
+  std::vector<T*> sorted;
+  sorted.reserve(objects.size());
+  for (const auto& o : objects) sorted.push_back(o.get());
+  std::stable_sort(sorted.begin(), sorted.end(), [](T* a, T* b) {
+    return a->value(QStringLiteral("position")).toLongLong() < b->value(QStringLiteral("position")).toLongLong();
+  });
+  return sorted;
+}
+
+std::vector<Track*> Entry::tracksSortedByPosition() { return sortedByPosition(tracksSet()); }
+
+std::vector<Link*> Entry::linksSortedByPosition() { return sortedByPosition(linksSet()); }
+
+void Entry::adoptLoadedRelationships(std::vector<std::unique_ptr<Track>> tracks,
+                                     std::vector<std::unique_ptr<Link>> links) {
+  relationshipsLoaded_ = true;
+  tracks_ = std::move(tracks);
+  links_ = std::move(links);
+  for (auto& t : tracks_) t->entry_ = this;
+  for (auto& l : links_) l->entry_ = this;
+}
+
+void Entry::relationshipDidChange(const QString& key, bool notify) {
+  if (context_) context_->entryDidChange(*this, key, notify);
+}
+
+QVariant Entry::derivedValue(const QString& key) const {
+  if (key == ModelKeys::uid) return uid_;
+  if (key == QLatin1String("rated")) return value(QStringLiteral("myRating")).toLongLong() > 0;
+  return context_ ? context_->derivedValue(*this, key) : QVariant();
+}
+
+void Entry::didChange(const QString& key, bool notify) {
+  if (context_) context_->entryDidChange(*this, key, notify);
+}
+
+void Track::didChange(const QString&, bool notify) {
+  if (entry_) entry_->relationshipDidChange(ModelKeys::tracksSet, notify);
+}
+
+void Link::didChange(const QString&, bool notify) {
+  if (entry_) entry_->relationshipDidChange(ModelKeys::linksSet, notify);
+}

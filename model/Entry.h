@@ -1,0 +1,51 @@
+#pragma once
+
+#include "Link.h"
+#include "ManagedObject.h"
+#include "Track.h"
+
+#include <memory>
+#include <vector>
+
+class ObjectContext;
+
+// One catalogue entry, entity "CD": an album or disc set with its tracks and links. Tracks and
+// links are loaded from the store the first time they are asked for.
+class Entry : public ManagedObject {
+ public:
+  explicit Entry(qint64 uid, ObjectContext* context = nullptr);
+  ~Entry() override;
+
+  qint64 uid() const { return uid_; }
+  ObjectContext* context() const { return context_; }
+
+  const std::vector<std::unique_ptr<Track>>& tracksSet();
+  const std::vector<std::unique_ptr<Link>>& linksSet();
+  // "tracksSet" and "linksSet" by key; any other key is an empty set.
+  int countOfSet(const QString& key);
+  Track* addTrack(std::unique_ptr<Track> track);
+  Link* addLink(std::unique_ptr<Link> link);
+  void removeTrack(Track* track);
+  void removeLink(Link* link);
+  // Tracks in display order: by "position", ties kept in insertion order.
+  std::vector<Track*> tracksSortedByPosition();
+  std::vector<Link*> linksSortedByPosition();
+
+  bool relationshipsLoaded() const { return relationshipsLoaded_; }
+  // For the store's loader: install the saved tracks and links without marking a change.
+  void adoptLoadedRelationships(std::vector<std::unique_ptr<Track>> tracks, std::vector<std::unique_ptr<Link>> links);
+  void relationshipDidChange(const QString& key, bool notify);
+
+ protected:
+  QVariant derivedValue(const QString& key) const override;
+  void didChange(const QString& key, bool notify) override;
+
+ private:
+  void fault();
+
+  qint64 uid_;
+  ObjectContext* context_;
+  bool relationshipsLoaded_;
+  std::vector<std::unique_ptr<Track>> tracks_;
+  std::vector<std::unique_ptr<Link>> links_;
+};

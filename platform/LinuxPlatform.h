@@ -1,0 +1,41 @@
+#pragma once
+
+#include "Platform.h"
+
+#include <QObject>
+#include <QSet>
+#include <memory>
+
+class QFile;
+class QSocketNotifier;
+
+// The desktop as Linux shows it: mounts from the kernel's mount table (which signals a change
+// by polling as exceptional), removable media from /sys, eject through the eject command.
+// There is no music player library to read on Linux, so that list is empty.
+class LinuxPlatform : public QObject, public Platform {
+  Q_OBJECT
+ public:
+  explicit LinuxPlatform(QString mountTable = QStringLiteral("/proc/self/mounts"));
+  ~LinuxPlatform() override;
+
+  int osVersion() const override;
+  void observeMounts(std::function<void(const QString& volumePath)> handler) override;
+  QStringList mountedRemovableVolumes() const override;
+  bool eject(const QString& volumePath) override;
+  QVariantList musicLibraryTracks() override { return {}; }
+
+  struct Mount {
+    QString device, mountPoint, type;
+  };
+  static QList<Mount> parseMountTable(const QByteArray& table);
+
+ private:
+  void mountTableChanged();
+  QList<Mount> readMounts() const;
+
+  QString mountTable_;
+  std::unique_ptr<QFile> file_;
+  std::unique_ptr<QSocketNotifier> notifier_;
+  QSet<QString> known_;
+  std::vector<std::function<void(const QString&)>> handlers_;
+};

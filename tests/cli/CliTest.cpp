@@ -1,0 +1,125 @@
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Outcome {
+  int status;
+  QByteArray out, err;
+  QJsonValue json() const {
+    QJsonParseError e;
+    const auto doc = QJsonDocument::fromJson(out, &e);
+    return doc.isArray() ? QJsonValue(doc.array()) : QJsonValue(doc.object());
+  }
+};
+
+class CliTest : public ::testing::Test {
+ protected:
+  QTemporaryDir dir;
+  Outcome discary(QStringList args) {
+    QProcess p;
+    args = QStringList{"--catalogue", dir.filePath("c/Discary.sqlite"), "--settings", dir.filePath("d.conf"), "--quiet"} + args;
+    p.start(DISCARY_BINARY, args);
+    p.closeWriteChannel();
+    EXPECT_TRUE(p.waitForFinished(60000));
+    return {p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1, p.readAllStandardOutput(), p.readAllStandardError()};
+  }
+};
+
+TEST_F(CliTest, AddListEditDeleteRoundTrip) {
+  Outcome added = discary({"--json", "add", "title=Mingus Ah Um", "artist=Charles Mingus", "releaseDate=1959",
+                       "price=9.99", "--track", "name=Better Git It in Your Soul;duration=7:23",
+                       "--track", "name=Goodbye Pork Pie Hat;duration=5:44;position=5", "--collection", "Bass"});
+  ASSERT_EQ(added.status, 0) << added.err.constData();
+  const QJsonObject entry = added.json().toObject();
+  const qint64 uid = entry["uid"].toInteger();
+  EXPECT_EQ(entry["releaseDate"].toString(), "1959-07-01T12:00:00Z");
+  EXPECT_EQ(entry["numberOfTracks"].toString(), "2");
+  EXPECT_EQ(entry["duration"].toString(), "13:07");
+  EXPECT_EQ(entry["tracks"].toArray()[1].toObject()["position"].toInteger(), 5);
+  EXPECT_EQ(entry["collections"].toArray(), QJsonArray{"Bass"});
+  EXPECT_FALSE(entry.contains("label"));  // absent values are absent keys
+
+  Outcome dup = discary({"add", "title=Mingus Ah Um", "artist=Charles Mingus"});
+  EXPECT_EQ(dup.status, 1);  // the first button, "Don't Add"
+  Outcome again = discary({"--button", "2", "add", "title=Mingus Ah Um", "artist=Charles Mingus"});
+  EXPECT_EQ(again.status, 0);
+
+  Outcome edited = discary({"--json", "edit", QString::number(uid), "label=Columbia", "price="});
+  ASSERT_EQ(edited.status, 0) << edited.err.constData();
+  EXPECT_EQ(edited.json().toObject()["label"].toString(), "Columbia");
+  EXPECT_FALSE(edited.json().toObject().contains("price"));
+
+  Outcome listed = discary({"--json", "list", "--collection", "Bass"});
+  ASSERT_EQ(listed.status, 0);
+  ASSERT_EQ(listed.json().toArray().size(), 1);
+  EXPECT_EQ(listed.json().toArray()[0].toObject()["label"].toString(), "Columbia");
+  Outcome table = discary({"list", "--columns", "title,label"});
+  EXPECT_TRUE(table.out.contains("Mingus Ah Um")) << table.out.constData();
+  EXPECT_TRUE(table.out.contains("Columbia"));
+
+  Outcome collections = discary({"--json", "collections"});
+  EXPECT_EQ(collections.json().toArray().last().toObject()["count"].toInt(), 1);
+
+  EXPECT_EQ(discary({"edit", "Mingus Ah Um", "label=x"}).status, 1);  // two entries share that title
+  EXPECT_EQ(discary({"delete", QString::number(uid)}).status, 0);
+  EXPECT_EQ(discary({"--json", "list"}).json().toArray().size(), 1);
+  EXPECT_EQ(discary({"delete", QString::number(uid)}).status, 1);
+}
+
+TEST_F(CliTest, UsageErrorsExitTwoWithOneLine) {
+  const QList<QStringList> cases = {{"frobnicate"},        {"--frob"},           {"add", "nosuch=1"},
+                                    {"add", "myRating=lots"}, {"list", "--what"},  {"fields", "--columns", "--feed"},
+                                    {"add", "--track", "volume=11"}, {"--button", "zero", "list"}, {"collection"}};
+  for (const QStringList& args : cases) {
+    Outcome r = discary(args);
+    EXPECT_EQ(r.status, 2) << qPrintable(args.join(' '));
+    EXPECT_EQ(r.err.count('\n'), 1) << r.err.constData();
+  }
+}
+
+TEST_F(CliTest, SettingsFieldsAndSearchTypesAnswerInJson) {
+  EXPECT_EQ(discary({"--json", "settings", "get", "Bottom Fields"}).json().toArray(),
+            (QJsonArray{true, true, false, false, true, true, false}));
+  EXPECT_EQ(discary({"settings", "set", "CellSize", "200"}).status, 0);
+  EXPECT_EQ(discary({"settings", "get", "CellSize"}).out.trimmed(), "200");
+  EXPECT_EQ(discary({"settings", "unset", "CellSize"}).status, 0);
+  EXPECT_EQ(discary({"settings", "get", "CellSize"}).out.trimmed(), "150");
+
+  const QJsonArray fields = discary({"--json", "fields"}).json().toArray();
+  ASSERT_EQ(fields.size(), 56);
+  const QJsonObject duration = fields[13].toObject();
+  EXPECT_EQ(duration["identifier"].toString(), "duration");
+  EXPECT_EQ(duration["columnType"].toInt(), 7);
+  EXPECT_EQ(duration["numberColumnType"].toInt(), 5);
+  EXPECT_EQ(duration["width"].toDouble(), 40);
+  const QJsonObject tag2 = fields[51].toObject();
+  EXPECT_EQ(tag2["identifier"].toString(), "customTag2");
+  EXPECT_TRUE(tag2["isOff"].toBool());
+  EXPECT_EQ(tag2["location"].toString(), "extra");
+  EXPECT_EQ(tag2["type"].toInt(), 11);
+  EXPECT_EQ(discary({"--json", "fields", "--personal"}).json().toArray().size(), 39);
+
+  const QJsonArray types = discary({"--json", "search-types"}).json().toArray();
+  ASSERT_EQ(types.size(), 17);
+  EXPECT_EQ(types[9].toObject()["label"].toString(), "Search Genres");
+  EXPECT_FALSE(types[16].toObject().contains("identifier"));  // 100: no field clicked on the command line
+}
+
+TEST_F(CliTest, CatalogueThatIsNotACatalogueIsRefused) {
+  QFile bad(dir.filePath("c/Discary.sqlite"));
+  QDir().mkpath(dir.filePath("c"));
+  ASSERT_TRUE(bad.open(QIODevice::WriteOnly));
+  bad.write(QByteArray(4096, 'x'));
+  bad.close();
+  Outcome r = discary({"list"});
+  EXPECT_EQ(r.status, 1);
+  EXPECT_TRUE(r.err.contains("not a Discary catalogue")) << r.err.constData();
+  EXPECT_EQ(QFileInfo(bad.fileName()).size(), 4096);
+}
+
+}  // namespace

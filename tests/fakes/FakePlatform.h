@@ -1,0 +1,23 @@
+#pragma once
+
+#include "Platform.h"
+
+#include <atomic>
+#include <vector>
+
+// A desktop whose volumes and library the test sets, and which records what was asked of it.
+class FakePlatform : public Platform {
+ public:
+  int osVersion() const override { return 6; }
+  void observeMounts(std::function<void(const QString&)> handler) override { mountHandlers.push_back(std::move(handler)); }
+  QStringList mountedRemovableVolumes() const override { return volumes; }
+  bool eject(const QString& volumePath) override;
+  QVariantList musicLibraryTracks() override;
+
+  void mount(const QString& path);
+
+  QStringList volumes, ejected;
+  QVariantList library;
+  std::atomic<int> libraryReads{0};
+  std::vector<std::function<void(const QString&)>> mountHandlers;
+};

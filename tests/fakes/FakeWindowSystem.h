@@ -1,0 +1,32 @@
+#pragma once
+
+#include "WindowSystem.h"
+
+#include <QStringList>
+
+// Answers alerts and choosers from a script and records what the user would have seen.
+class FakeWindowSystem : public WindowSystem {
+ public:
+  int runAlert(const QString& title, const QString&, const QStringList&) override {
+    alerts << title;
+    return alertAnswers.isEmpty() ? 0 : alertAnswers.takeFirst();
+  }
+  void showProgressSheet(const QString& title, const QString&, int) override {
+    progressTitles << title;
+    ++openSheets;
+  }
+  void setProgressSubtitle(const QString&) override {}
+  void increaseProgress() override {}
+  void closeProgressSheet() override { --openSheets; }
+  int choose(const QString&, const QStringList& items) override { return items.isEmpty() ? -1 : chooseAnswer; }
+  void displayNotice(const QString& text, double seconds) override {
+    notices << text;
+    noticeSeconds = seconds;
+  }
+
+  QList<int> alertAnswers;
+  int chooseAnswer = 0;
+  QStringList alerts, progressTitles, notices;
+  int openSheets = 0;
+  double noticeSeconds = 0;
+};
