@@ -35,7 +35,9 @@ std::optional<std::vector<Assignment>> readAssignments(const QStringList& words,
       *message = QStringLiteral("unknown field '%1'").arg(key);
       return std::nullopt;
     }
-    const auto value = AttributeInput::read(schema.attributes()[index].kind, word.mid(eq + 1));
+    // FIELD= clears the field.
+    const QString text = word.mid(eq + 1);
+    const auto value = text.isEmpty() ? std::optional<QVariant>(QVariant()) : AttributeInput::read(schema.attributes()[index].kind, text);
     if (!value) {
       *message = QStringLiteral("'%1' is not a valid value for %2").arg(word.mid(eq + 1), key);
       return std::nullopt;

@@ -57,7 +57,8 @@ QVariant Settings::coercedLike(const QVariant& value, const QVariant& model) {
     case QMetaType::LongLong: {
       bool ok = false;
       const double d = value.toString().trimmed().toDouble(&ok);
-      return ok ? qint64(d) : qint64(value.toBool() ? 1 : 0);
+      if (ok) return qint64(d);
+      return qint64(value.metaType().id() == QMetaType::Bool && value.toBool() ? 1 : 0);
     }
     case QMetaType::QString:
       return value.canConvert<QString>() ? value.toString() : model;

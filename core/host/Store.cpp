@@ -117,9 +117,11 @@ Store::OpenResult Store::migrate(qint64 version) {
     return {OpenStatus::TooOld, QStringLiteral("%1 is a catalogue of version %2, which this Discary cannot read.")
                                     .arg(path_)
                                     .arg(version)};
-  SqliteStatement check(db_.handle(), QStringLiteral("PRAGMA quick_check"));
-  if (check.step() != SQLITE_ROW || check.text(0) != QLatin1String("ok"))
-    return {OpenStatus::Damaged, QStringLiteral("%1 is damaged and was not converted.").arg(path_)};
+  {
+    SqliteStatement check(db_.handle(), QStringLiteral("PRAGMA quick_check"));
+    if (check.step() != SQLITE_ROW || check.text(0) != QLatin1String("ok"))
+      return {OpenStatus::Damaged, QStringLiteral("%1 is damaged and was not converted.").arg(path_)};
+  }
   if (path_ != QLatin1String(":memory:")) {
     const QString backup = path_ + QStringLiteral(".version4");
     QFile::remove(backup);
