@@ -1,0 +1,90 @@
+// Times the catalogue at scale: `catalogue_bench create PATH [N]` writes N entries of 10 tracks
+// each in one save; `catalogue_bench open PATH` opens it until the list's arranged entries are
+// ready. Each prints one line: what, count, seconds.
+#include "Entry.h"
+#include "NoDesktop.h"
+#include "MyController.h"
+#include "Settings.h"
+#include "WindowSystem.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+#include <cstdio>
+
+namespace {
+
+class SilentWindowSystem : public WindowSystem {
+ public:
+  int runAlert(const QString&, const QString&, const QStringList&) override { return 0; }
+  void showProgressSheet(const QString&, const QString&, int) override {}
+  void setProgressSubtitle(const QString&) override {}
+  void increaseProgress() override {}
+  void closeProgressSheet() override {}
+  int choose(const QString&, const QStringList&) override { return -1; }
+  void displayNotice(const QString&, double) override {}
+};
+
+const char* genres[] = {"Jazz", "Rock", "Classical", "Folk", "Electronic", "Blues", "Soul", "Pop"};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QCoreApplication app(argc, argv);
+  const QStringList args = app.arguments();
+  if (args.size() < 3) {
+    std::fprintf(stderr, "usage: catalogue_bench create|open PATH [N]\n");
+    return 2;
+  }
+  QTemporaryDir dir;
+  Settings settings(dir.filePath("bench.conf"));
+  SilentWindowSystem windowSystem;
+  NoDesktop platform;
+  MyController controller(settings, windowSystem, platform);
+  controller.applicationWillFinishLaunching();
+
+  QElapsedTimer timer;
+  timer.start();
+  if (args[1] == QLatin1String("create")) {
+    const int n = args.size() > 3 ? args[3].toInt() : 100000;
+    QFile::remove(args[2]);
+    if (!controller.openCatalogue(args[2]).ok()) return 1;
+    Store& store = controller.managedObjectContext();
+    const QDateTime added = QDateTime::currentDateTimeUtc();
+    for (int i = 0; i < n; ++i) {
+      Entry* e = store.insertEntry();
+      e->setPrimitiveValue("title", QStringLiteral("Album %1").arg(i));
+      e->setPrimitiveValue("artist", QStringLiteral("Artist %1").arg(i % 5000));
+      e->setPrimitiveValue("label", QStringLiteral("Label %1").arg(i % 300));
+      e->setPrimitiveValue("genre", QString::fromLatin1(genres[i % 8]));
+      e->setPrimitiveValue("releaseDate", QDateTime(QDate(1950 + i % 70, 7, 1), QTime(12, 0), Qt::UTC));
+      e->setPrimitiveValue("price", QStringLiteral("%1.99").arg(5 + i % 20));
+      e->setPrimitiveValue("paid", QStringLiteral("%1.50").arg(3 + i % 15));
+      e->setPrimitiveValue("myRating", qint64(i % 6));
+      e->setPrimitiveValue("status", qint64(i % 17 == 0 ? 1 : i % 23 == 0 ? 2 : 0));
+      e->setPrimitiveValue("numberOfTracks", QStringLiteral("10"));
+      e->setPrimitiveValue("duration", QStringLiteral("41:40"));
+      e->setPrimitiveValue("dateAdded", added);
+      for (int t = 0; t < 10; ++t) {
+        auto track = Store::newTrack();
+        track->setPrimitiveValue("name", QStringLiteral("Track %1 of album %2").arg(t + 1).arg(i));
+        track->setPrimitiveValue("position", qint64(t));
+        track->setPrimitiveValue("duration", QStringLiteral("4:10"));
+        e->addTrack(std::move(track));
+      }
+    }
+    QString error;
+    if (!store.save(&error)) {
+      std::fprintf(stderr, "%s\n", qPrintable(error));
+      return 1;
+    }
+    std::printf("create\t%d\t%.3f\n", n, timer.elapsed() / 1000.0);
+  } else {
+    if (!controller.openCatalogue(args[2]).ok()) return 1;
+    const size_t n = controller.entriesController().arrangedObjects().size();
+    std::printf("open\t%zu\t%.3f\n", n, timer.elapsed() / 1000.0);
+  }
+  return 0;
+}
