@@ -67,9 +67,9 @@ int add(const CliContext& context, const QStringList& words) {
   const auto assignments = readAssignments(args->positional, EntitySchema::cd(), &message);
   if (!assignments) return CliContext::usage(message);
   QVariantList tracks;
-  for (const QString& spec : args->values("--track")) {
+  for (const QString& trackText : args->values("--track")) {
     QStringList parts;
-    for (const QString& part : spec.split(QLatin1Char(';'), Qt::SkipEmptyParts)) parts << part;
+    for (const QString& part : trackText.split(QLatin1Char(';'), Qt::SkipEmptyParts)) parts << part;
     const auto track = readAssignments(parts, EntitySchema::track(), &message);
     if (!track) return CliContext::usage(QStringLiteral("--track: %1").arg(message));
     QVariantMap t;

@@ -55,8 +55,14 @@ static void appendString(QByteArray& out, const QString& text) {
 
 void JsonWriter::key(const QString& name) {
   separate();
-  appendString(buffer_, name);
-  buffer_.append(':');
+  auto it = keys_.find(name);
+  if (it == keys_.end()) {
+    QByteArray escaped;
+    appendString(escaped, name);
+    escaped.append(':');
+    it = keys_.insert(name, escaped);
+  }
+  buffer_.append(*it);
   afterKey_ = true;
 }
 

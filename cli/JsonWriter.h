@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QHash>
 #include <QString>
 #include <QVariant>
 #include <cstdio>
@@ -37,6 +38,7 @@ class JsonWriter {
 
   std::FILE* out_;
   QByteArray buffer_;
+  QHash<QString, QByteArray> keys_;  // the few attribute keys, escaped once
   std::vector<bool> first_;
   bool afterKey_ = false;
 };

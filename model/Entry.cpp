@@ -68,12 +68,17 @@ void Entry::removeLink(Link* link) {
 
 template <typename T>
 static std::vector<T*> sortedByPosition(const std::vector<std::unique_ptr<T>>& objects) {
+  static const int position = T().schema().indexOf(QStringLiteral("position"));
+  std::vector<std::pair<qint64, T*>> keyed;
+  keyed.reserve(objects.size());
+  for (const auto& o : objects) {
+    const QVariant* v = position >= 0 ? o->valueAt(position) : nullptr;
+    keyed.emplace_back(v ? v->toLongLong() : 0, o.get());
+  }
+  std::stable_sort(keyed.begin(), keyed.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
   std::vector<T*> sorted;
-  sorted.reserve(objects.size());
-  for (const auto& o : objects) sorted.push_back(o.get());
-  std::stable_sort(sorted.begin(), sorted.end(), [](T* a, T* b) {
-    return a->value(QStringLiteral("position")).toLongLong() < b->value(QStringLiteral("position")).toLongLong();
-  });
+  sorted.reserve(keyed.size());
+  for (const auto& k : keyed) sorted.push_back(k.second);
   return sorted;
 }
 

@@ -31,6 +31,7 @@ class ManagedObject {
   // Raw access by schema index, for the store's loader and writer.
   const QVariant* valueAt(int index) const;
   void loadValueAt(int index, QVariant value);
+  void reserveValues(int count) { values_.reserve(size_t(count)); }
   template <typename F> void forEachValue(F f) const {
     for (const auto& slot : values_) f(slot.index, slot.value);
   }

@@ -41,7 +41,7 @@ void EntriesController::rearrangeObjects() {
     if (predicate_ && !predicate_(*e)) continue;
     SortItem item{e, 0, {}};
     if (!numeric) {
-      item.text = sortText(*e, sortKey_);
+      item.text = sortText(*e, sortKey_).toCaseFolded();
     } else {
       const QVariant v = e->value(sortKey_);
       switch (kind) {
@@ -62,7 +62,7 @@ void EntriesController::rearrangeObjects() {
   }
   auto less = [&](const SortItem& a, const SortItem& b) {
     int c = numeric ? (a.number < b.number ? -1 : a.number > b.number ? 1 : 0)
-                    : QString::compare(a.text, b.text, Qt::CaseInsensitive);
+                    : QString::compare(a.text, b.text, Qt::CaseSensitive);
     if (c == 0) return a.entry->uid() < b.entry->uid();
     return ascending_ ? c < 0 : c > 0;
   };

@@ -40,7 +40,9 @@ QString MyControllerShared::defaultCataloguePath() {
 Store::OpenResult MyControllerShared::openCatalogue(const QString& path) {
   Store::OpenResult result = store_.open(path);
   if (!result.ok()) return result;
-  for (Entry* e : store_.entries()) addValuesToAutofillForEntry(*e);
+  comboBoxData_.setSeed([this](AutofillLists&) {
+    for (Entry* e : store_.entries()) addValuesToAutofillForEntry(*e);
+  });
   entriesController_.rearrangeObjects();
   return result;
 }

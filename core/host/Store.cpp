@@ -63,7 +63,7 @@ Store::OpenResult Store::prepareFile(const QString& path) {
   } else if (!memory && !QDir().mkpath(info.absolutePath())) {
     return {OpenStatus::CannotOpen, QStringLiteral("Cannot create the folder %1.").arg(info.absolutePath())};
   }
-  if (!db_.open(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_FULLMUTEX))
+  if (!db_.open(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX))
     return {OpenStatus::CannotOpen, QStringLiteral("Cannot open %1: %2").arg(path, db_.errorMessage())};
   sqlite3_busy_timeout(db_.handle(), busyTimeoutMs);
   return {};
@@ -262,6 +262,7 @@ void Store::prefetchRelationships(const std::vector<Entry*>& entries) {
       auto it = into.find(q.int64(0));
       if (it == into.end()) continue;
       auto object = make();
+      object->reserveValues(int(attributes.size()));
       for (int i = 0; i < int(attributes.size()); ++i)
         if (!q.isNull(i + 1)) object->loadValueAt(i, SqlValue::read(q, i + 1, attributes[i].kind));
       it->second.push_back(std::move(object));
