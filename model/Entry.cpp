@@ -108,11 +108,3 @@ QVariant Entry::derivedValue(const QString& key) const {
 void Entry::didChange(const QString& key, bool notify) {
   if (context_) context_->entryDidChange(*this, key, notify);
 }
-
-void Track::didChange(const QString&, bool notify) {
-  if (entry_) entry_->relationshipDidChange(ModelKeys::tracksSet, notify);
-}
-
-void Link::didChange(const QString&, bool notify) {
-  if (entry_) entry_->relationshipDidChange(ModelKeys::linksSet, notify);
-}

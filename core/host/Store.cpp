@@ -25,15 +25,21 @@ bool hasSqliteHeader(const QString& path) {
   return head.isEmpty() || head == QByteArray("SQLite format 3", 16);
 }
 
+// The row's columns from firstColumn on are the object's attributes, in schema order.
+void loadRow(const SqliteStatement& q, ManagedObject& object, int firstColumn) {
+  const auto& attributes = object.schema().attributes();
+  object.reserveValues(int(attributes.size()));
+  for (int i = 0; i < int(attributes.size()); ++i)
+    if (!q.isNull(i + firstColumn)) object.loadValueAt(i, SqlValue::read(q, i + firstColumn, attributes[i].kind));
+}
+
 template <typename T>
 std::vector<std::unique_ptr<T>> readObjects(SqliteStatement& q, qint64 uid) {
   std::vector<std::unique_ptr<T>> objects;
   q.bind(1, uid);
   while (q.step() == SQLITE_ROW) {
-    auto object = std::make_unique<T>();
-    const auto& attributes = object->schema().attributes();
-    for (int i = 0; i < int(attributes.size()); ++i) object->loadValueAt(i, SqlValue::read(q, i, attributes[i].kind));
-    objects.push_back(std::move(object));
+    objects.push_back(std::make_unique<T>());
+    loadRow(q, *objects.back(), 0);
   }
   q.reset();
   return objects;
@@ -137,16 +143,13 @@ Store::OpenResult Store::migrate(qint64 version) {
 }
 
 bool Store::loadEntries() {
-  const auto& attributes = EntitySchema::cd().attributes();
   SqliteStatement q(db_.handle(),
                     QStringLiteral("SELECT uid,%1 FROM entries ORDER BY uid").arg(StoreSchema::columnList(EntitySchema::cd())));
   if (!q.isValid()) return false;
   int rc;
   while ((rc = q.step()) == SQLITE_ROW) {
     auto entry = std::make_unique<Entry>(q.int64(0), this);
-    for (int i = 0; i < int(attributes.size()); ++i) {
-      if (!q.isNull(i + 1)) entry->loadValueAt(i, SqlValue::read(q, i + 1, attributes[i].kind));
-    }
+    loadRow(q, *entry, 1);
     entries_.push_back(entry.get());
     byUID_.emplace(entry->uid(), std::move(entry));
   }
@@ -257,15 +260,11 @@ void Store::prefetchRelationships(const std::vector<Entry*>& entries) {
   auto scan = [&](const EntitySchema& schema, const QString& table, auto make, auto& into) {
     SqliteStatement q(db_.handle(),
                       QStringLiteral("SELECT entry_uid,%1 FROM %2 ORDER BY entry_uid,id").arg(StoreSchema::columnList(schema), table));
-    const auto& attributes = schema.attributes();
     while (q.step() == SQLITE_ROW) {
       auto it = into.find(q.int64(0));
       if (it == into.end()) continue;
-      auto object = make();
-      object->reserveValues(int(attributes.size()));
-      for (int i = 0; i < int(attributes.size()); ++i)
-        if (!q.isNull(i + 1)) object->loadValueAt(i, SqlValue::read(q, i + 1, attributes[i].kind));
-      it->second.push_back(std::move(object));
+      it->second.push_back(make());
+      loadRow(q, *it->second.back(), 1);
     }
   };
   std::unordered_map<qint64, std::vector<std::unique_ptr<Track>>> tracks;
