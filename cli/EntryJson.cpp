@@ -4,35 +4,72 @@
 #include "JsonWriter.h"
 #include "ModelKeys.h"
 #include "Store.h"
+#include "StoredRow.h"
+#include "TextHelpers.h"
+
+#include <QDateTime>
+#include <QTimeZone>
+#include <map>
+
+// The attribute names of the three schemas in UTF-8, made once: a catalogue has millions of them.
+static const std::vector<QByteArray>& utf8Keys(const EntitySchema& schema) {
+  static std::map<const EntitySchema*, std::vector<QByteArray>> cache;
+  auto& keys = cache[&schema];
+  if (keys.empty())
+    for (const auto& attribute : schema.attributes()) keys.push_back(attribute.key.toUtf8());
+  return keys;
+}
 
 static void writeAttributes(JsonWriter& json, const ManagedObject& object) {
-  const auto& attributes = object.schema().attributes();
+  const auto& keys = utf8Keys(object.schema());
   object.forEachValue([&](int index, const QVariant& value) {
-    json.key(attributes[index].key);
+    json.utf8Key(keys[index]);
     json.variant(value);
   });
 }
 
-void writeEntryJson(JsonWriter& json, Entry& entry, const Store& store) {
+// The same JSON as writeAttributes gives for the object this row would load into.
+static void writeStoredRow(JsonWriter& json, const StoredRow& row) {
+  json.beginObject();
+  const auto& attributes = row.schema().attributes();
+  const auto& keys = utf8Keys(row.schema());
+  for (int i = 0; i < int(attributes.size()); ++i) {
+    if (row.isNull(i)) continue;
+    json.utf8Key(keys[i]);
+    switch (attributes[i].kind) {
+      case AttributeKind::Integer: json.value(row.integer(i)); break;
+      case AttributeKind::Boolean: json.value(row.integer(i) != 0); break;
+      case AttributeKind::Date:
+        json.value(TextHelpers::isoDateString(QDateTime::fromMSecsSinceEpoch(row.integer(i), QTimeZone::utc())));
+        break;
+      default: json.utf8Value(row.utf8(i));
+    }
+  }
+  json.endObject();
+}
+
+template <typename T>
+static void writeObjects(JsonWriter& json, const std::vector<T*>& objects) {
+  for (T* object : objects) {
+    json.beginObject();
+    writeAttributes(json, *object);
+    json.endObject();
+  }
+}
+
+void writeEntryJson(JsonWriter& json, Entry& entry, Store& store) {
   json.beginObject();
   json.key(ModelKeys::uid);
   json.value(entry.uid());
   writeAttributes(json, entry);
+  const auto writeRow = [&json](const StoredRow& row) { writeStoredRow(json, row); };
   json.key(QStringLiteral("tracks"));
   json.beginArray();
-  for (Track* track : entry.tracksSortedByPosition()) {
-    json.beginObject();
-    writeAttributes(json, *track);
-    json.endObject();
-  }
+  if (!store.forEachStoredRow(entry, Store::Relationship::Tracks, writeRow)) writeObjects(json, entry.tracksSortedByPosition());
   json.endArray();
   json.key(QStringLiteral("links"));
   json.beginArray();
-  for (Link* link : entry.linksSortedByPosition()) {
-    json.beginObject();
-    writeAttributes(json, *link);
-    json.endObject();
-  }
+  if (!store.forEachStoredRow(entry, Store::Relationship::Links, writeRow)) writeObjects(json, entry.linksSortedByPosition());
   json.endArray();
   json.key(ModelKeys::collections);
   json.beginArray();

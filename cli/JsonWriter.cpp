@@ -29,27 +29,30 @@ void JsonWriter::close(char c) {
   if (buffer_.size() > (1 << 20)) flush();
 }
 
-static void appendString(QByteArray& out, const QString& text) {
-  // Escaping works on the UTF-8 bytes, so characters outside the BMP stay whole.
+// Escaping works on the UTF-8 bytes, so characters outside the BMP stay whole. Runs of plain
+// bytes are copied at once.
+static void appendString(QByteArray& out, QByteArrayView utf8) {
   out.append('"');
-  for (char c : text.toUtf8()) {
-    const unsigned char u = static_cast<unsigned char>(c);
+  qsizetype plain = 0;
+  for (qsizetype i = 0; i < utf8.size(); ++i) {
+    const unsigned char u = static_cast<unsigned char>(utf8[i]);
+    if (u >= 0x20 && u != '"' && u != '\\') continue;
+    out.append(utf8.sliced(plain, i - plain));
+    plain = i + 1;
     switch (u) {
       case '"': out.append("\\\""); break;
       case '\\': out.append("\\\\"); break;
       case '\n': out.append("\\n"); break;
       case '\r': out.append("\\r"); break;
       case '\t': out.append("\\t"); break;
-      default:
-        if (u < 0x20) {
-          char escaped[8];
-          std::snprintf(escaped, sizeof escaped, "\\u%04x", unsigned(u));
-          out.append(escaped);
-        } else {
-          out.append(c);
-        }
+      default: {
+        char escaped[8];
+        std::snprintf(escaped, sizeof escaped, "\\u%04x", unsigned(u));
+        out.append(escaped);
+      }
     }
   }
+  out.append(utf8.sliced(plain));
   out.append('"');
 }
 
@@ -58,7 +61,7 @@ void JsonWriter::key(const QString& name) {
   auto it = keys_.find(name);
   if (it == keys_.end()) {
     QByteArray escaped;
-    appendString(escaped, name);
+    appendString(escaped, name.toUtf8());
     escaped.append(':');
     it = keys_.insert(name, escaped);
   }
@@ -66,7 +69,19 @@ void JsonWriter::key(const QString& name) {
   afterKey_ = true;
 }
 
+void JsonWriter::utf8Key(QByteArrayView name) {
+  separate();
+  appendString(buffer_, name);
+  buffer_.append(':');
+  afterKey_ = true;
+}
+
 void JsonWriter::value(const QString& text) {
+  separate();
+  appendString(buffer_, text.toUtf8());
+}
+
+void JsonWriter::utf8Value(QByteArrayView text) {
   separate();
   appendString(buffer_, text);
 }

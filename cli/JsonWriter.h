@@ -18,7 +18,9 @@ class JsonWriter {
   void beginArray() { open('['); }
   void endArray() { close(']'); }
   void key(const QString& name);
+  void utf8Key(QByteArrayView name);
   void value(const QString& text);
+  void utf8Value(QByteArrayView text);
   void value(qint64 number);
   void value(double number);
   void value(bool flag);

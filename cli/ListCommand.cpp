@@ -6,6 +6,7 @@
 #include "MyController.h"
 #include "MyFieldsControllerShared.h"
 #include "Settings.h"
+#include "Store.h"
 #include "SettingsKeys.h"
 #include "TextHelpers.h"
 #include "TextTable.h"
@@ -62,10 +63,12 @@ int list(const CliContext& context, const QStringList& words) {
   const auto& entries = controller.entriesController().arrangedObjects();
 
   if (context.options.json) {
-    controller.managedObjectContext().prefetchRelationships(entries);
     JsonWriter json(stdout);
     json.beginArray();
-    for (Entry* e : entries) writeEntryJson(json, *e, controller.managedObjectContext());
+    Store& store = controller.managedObjectContext();
+    store.readInOneSnapshot([&] {
+      for (Entry* e : entries) writeEntryJson(json, *e, store);
+    });
     json.endArray();
     return 0;
   }

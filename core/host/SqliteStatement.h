@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
 #include <QVariant>
 #include <sqlite3.h>
@@ -29,6 +30,11 @@ class SqliteStatement {
   qint64 int64(int col) const { return sqlite3_column_int64(stmt_, col); }
   double real(int col) const { return sqlite3_column_double(stmt_, col); }
   QString text(int col) const;
+  // Valid until the next step, reset or column call on this statement.
+  QByteArrayView utf8(int col) const {
+    const auto* data = reinterpret_cast<const char*>(sqlite3_column_text(stmt_, col));
+    return data ? QByteArrayView(data, sqlite3_column_bytes(stmt_, col)) : QByteArrayView();
+  }
   int columnCount() const { return sqlite3_column_count(stmt_); }
   QString columnName(int col) const { return QString::fromUtf8(sqlite3_column_name(stmt_, col)); }
 

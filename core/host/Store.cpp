@@ -6,6 +6,7 @@
 #include "ModelKeys.h"
 #include "SqlValue.h"
 #include "SqliteStatement.h"
+#include "StoredRow.h"
 #include "SqliteTransaction.h"
 #include "StoreSchema.h"
 
@@ -28,7 +29,10 @@ bool hasSqliteHeader(const QString& path) {
 // The row's columns from firstColumn on are the object's attributes, in schema order.
 void loadRow(const SqliteStatement& q, ManagedObject& object, int firstColumn) {
   const auto& attributes = object.schema().attributes();
-  object.reserveValues(int(attributes.size()));
+  // Entries hold a handful of their sixty-odd attributes: reserve only what the row has.
+  int present = 0;
+  for (int i = 0; i < int(attributes.size()); ++i) present += q.isNull(i + firstColumn) ? 0 : 1;
+  object.reserveValues(present);
   for (int i = 0; i < int(attributes.size()); ++i)
     if (!q.isNull(i + firstColumn)) object.loadValueAt(i, SqlValue::read(q, i + firstColumn, attributes[i].kind));
 }
@@ -51,6 +55,8 @@ Store::Store() = default;
 Store::~Store() {
   trackQuery_.reset();
   linkQuery_.reset();
+  trackRowsQuery_.reset();
+  linkRowsQuery_.reset();
 }
 
 void Store::setMigrationPolicy(std::shared_ptr<EntityMigrationPolicy> policy) { policy_ = std::move(policy); }
@@ -111,6 +117,7 @@ Store::OpenResult Store::open(const QString& path) {
   if (result.ok()) {
     db_.exec(QStringLiteral("PRAGMA journal_mode=WAL"));
     db_.exec(QStringLiteral("PRAGMA synchronous=NORMAL"));
+    db_.exec(QStringLiteral("PRAGMA mmap_size=1073741824"));
     if (!loadEntries() || !loadCollections())
       result = {OpenStatus::Damaged, QStringLiteral("%1 could not be read: %2").arg(path, db_.errorMessage())};
   }
@@ -254,33 +261,29 @@ void Store::loadRelationships(Entry& entry) {
   entry.adoptLoadedRelationships(std::move(tracks), std::move(links));
 }
 
-void Store::prefetchRelationships(const std::vector<Entry*>& entries) {
-  if (!isOpen()) return;
-  // One scan of each table beats a query per entry once more than a handful are wanted.
-  auto scan = [&](const EntitySchema& schema, const QString& table, auto make, auto& into) {
-    SqliteStatement q(db_.handle(),
-                      QStringLiteral("SELECT entry_uid,%1 FROM %2 ORDER BY entry_uid,id").arg(StoreSchema::columnList(schema), table));
-    while (q.step() == SQLITE_ROW) {
-      auto it = into.find(q.int64(0));
-      if (it == into.end()) continue;
-      it->second.push_back(make());
-      loadRow(q, *it->second.back(), 1);
-    }
-  };
-  std::unordered_map<qint64, std::vector<std::unique_ptr<Track>>> tracks;
-  std::unordered_map<qint64, std::vector<std::unique_ptr<Link>>> links;
-  for (Entry* e : entries) {
-    if (e->relationshipsLoaded()) continue;
-    tracks[e->uid()];
-    links[e->uid()];
-  }
-  if (tracks.empty()) return;
-  scan(EntitySchema::track(), QStringLiteral("tracks"), &Store::newTrack, tracks);
-  scan(EntitySchema::link(), QStringLiteral("links"), &Store::newLink, links);
-  for (Entry* e : entries) {
-    if (e->relationshipsLoaded()) continue;
-    e->adoptLoadedRelationships(std::move(tracks[e->uid()]), std::move(links[e->uid()]));
-  }
+bool Store::forEachStoredRow(const Entry& entry, Relationship relationship,
+                             const std::function<void(const StoredRow&)>& visit) {
+  if (entry.relationshipsLoaded()) return false;
+  if (!isOpen() || deleted_.contains(entry.uid())) return true;
+  const bool tracks = relationship == Relationship::Tracks;
+  const EntitySchema& schema = tracks ? EntitySchema::track() : EntitySchema::link();
+  auto& query = tracks ? trackRowsQuery_ : linkRowsQuery_;
+  if (!query)
+    // Ties and missing positions keep the order of insertion, as in the entry's sorted sets.
+    query = std::make_unique<SqliteStatement>(
+        db_.handle(), QStringLiteral("SELECT %1 FROM %2 WHERE entry_uid=? ORDER BY coalesce(position,0),id")
+                          .arg(StoreSchema::columnList(schema), tracks ? QStringLiteral("tracks") : QStringLiteral("links")));
+  query->bind(1, entry.uid());
+  const StoredRow row(*query, schema);
+  while (query->step() == SQLITE_ROW) visit(row);
+  query->reset();
+  return true;
+}
+
+void Store::readInOneSnapshot(const std::function<void()>& work) {
+  const bool began = isOpen() && db_.exec(QStringLiteral("BEGIN"));
+  work();
+  if (began) db_.exec(QStringLiteral("COMMIT"));
 }
 
 Entry* Store::entryWithLink(const QString& url) {

@@ -15,6 +15,7 @@ class Entry;
 class EntityMigrationPolicy;
 class Link;
 class SqliteStatement;
+class StoredRow;
 class Track;
 
 // The catalogue store: one SQLite file holding entries, their tracks and links, and collections.
@@ -55,8 +56,13 @@ class Store : public ObjectContext {
   // Uids of the entries that have a track whose attribute contains the text, ignoring case.
   QSet<qint64> entriesWithTrackMatching(const QStringList& trackKeys, const QString& text);
   QSet<qint64> entriesWithLinkMatching(const QString& text);
-  // Reads the tracks and links of all these entries in one pass.
-  void prefetchRelationships(const std::vector<Entry*>& entries);
+  // Visits an entry's saved tracks or links in position order without building objects, so that
+  // printing a whole catalogue stays small. False, visiting nothing, when the entry's sets are
+  // already in memory: read them from the entry then, as they may hold unsaved changes.
+  enum class Relationship { Tracks, Links };
+  bool forEachStoredRow(const Entry& entry, Relationship relationship, const std::function<void(const StoredRow&)>& visit);
+  // Runs work inside one read transaction: many reads share one file lock and see one state.
+  void readInOneSnapshot(const std::function<void()>& work);
 
   // Unique across processes sharing the file: uids are reserved from the file in blocks.
   qint64 nextUID();
@@ -89,7 +95,7 @@ class Store : public ObjectContext {
   void notify(Entry* entry, const QString& key);
 
   SqliteDatabase db_;
-  std::unique_ptr<SqliteStatement> trackQuery_, linkQuery_;
+  std::unique_ptr<SqliteStatement> trackQuery_, linkQuery_, trackRowsQuery_, linkRowsQuery_;
   QString path_;
   std::shared_ptr<EntityMigrationPolicy> policy_;
   std::vector<Entry*> entries_;

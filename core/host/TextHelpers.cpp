@@ -1,5 +1,7 @@
 #include "TextHelpers.h"
 
+#include <chrono>
+
 #include <QFileInfo>
 #include <QHash>
 #include <QRegularExpression>
@@ -706,16 +708,42 @@ QString isoDateString(const QDateTime& date) {
     if (!date.isValid()) {
         return {};
     }
-    const QDateTime utc = date.toUTC();
-    const QDate day = utc.date();
-    const QTime time = utc.time();
-    QString result = QString::asprintf("%04d-%02d-%02dT%02d:%02d:%02d", day.year(), day.month(),
-                                       day.day(), time.hour(), time.minute(), time.second());
-    if (time.msec() != 0) {
-        result += QString::asprintf(".%03d", time.msec());
+    // Whole catalogues are printed with this, so it avoids QString::asprintf.
+    using namespace std::chrono;
+    const sys_time<milliseconds> instant{milliseconds(date.toMSecsSinceEpoch())};
+    const sys_days day = floor<days>(instant);
+    const year_month_day ymd{day};
+    const hh_mm_ss<milliseconds> time{instant - day};
+    const int year = int(ymd.year());
+    if (year < 1 || year > 9999) {
+        const QDateTime utc = date.toUTC();
+        return QString::asprintf("%04d-%02d-%02dT%02d:%02d:%02d", utc.date().year(), utc.date().month(),
+                                 utc.date().day(), utc.time().hour(), utc.time().minute(), utc.time().second()) +
+               (utc.time().msec() ? QString::asprintf(".%03dZ", utc.time().msec()) : QStringLiteral("Z"));
     }
-    result += QLatin1Char('Z');
-    return result;
+    char text[32];
+    char* p = text;
+    const auto digits = [&p](int value, int width) {
+        for (int i = width - 1; i >= 0; --i, value /= 10) p[i] = char('0' + value % 10);
+        p += width;
+    };
+    digits(year, 4);
+    *p++ = '-';
+    digits(int(unsigned(ymd.month())), 2);
+    *p++ = '-';
+    digits(int(unsigned(ymd.day())), 2);
+    *p++ = 'T';
+    digits(int(time.hours().count()), 2);
+    *p++ = ':';
+    digits(int(time.minutes().count()), 2);
+    *p++ = ':';
+    digits(int(time.seconds().count()), 2);
+    if (const int ms = int(time.subseconds().count())) {
+        *p++ = '.';
+        digits(ms, 3);
+    }
+    *p++ = 'Z';
+    return QString::fromLatin1(text, p - text);
 }
 
 }  // namespace TextHelpers
