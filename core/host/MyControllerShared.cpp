@@ -202,3 +202,16 @@ QString MyControllerShared::proposedNameForNewCollection(const std::vector<Entry
   }
   return {};
 }
+
+void MyControllerShared::replaceKeysInTemplate(QString&, Entry&, bool, bool) {}
+
+QVariantMap MyControllerShared::collectionTotalsDictionaryFor(const std::vector<Entry*>&, bool) { return {}; }
+
+void MyControllerShared::refreshCollectionStatistics() {
+  windowFooterString.clear();
+  setNumberOfSelectedInFooter();
+}
+
+void MyControllerShared::setNumberOfSelectedInFooter() {
+  windowSystem_.footerDidChange(windowFooterString, qsizetype(entriesController_.selectedObjects().size()));
+}

@@ -42,6 +42,18 @@ class MyControllerShared {
   virtual void addValuesToAutofillForEntry(Entry& entry);
   virtual QStringList commonAttributesForNamingNewCollection() const { return {}; }
 
+  // Renders an entry through a template, in place: page view (html and webView), HTML export
+  // (html only), plain text (neither). This base fills the entry's own fields; an override calls
+  // it first.
+  virtual void replaceKeysInTemplate(QString& text, Entry& entry, bool html, bool webView);
+
+  // Footer hooks: the totals of the entries as formatted texts (with footer, only those the
+  // footer shows), and the footer line rebuilt whenever the list or the selection changes.
+  virtual QVariantMap collectionTotalsDictionaryFor(const std::vector<Entry*>& entries, bool footer);
+  virtual void refreshCollectionStatistics();
+  // Shows the number of selected entries beside the footer line.
+  void setNumberOfSelectedInFooter();
+
   // Services.
   static int osVersion(const Platform& platform);
   qint64 nextUID() { return store_.nextUID(); }

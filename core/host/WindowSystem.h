@@ -21,4 +21,9 @@ class WindowSystem {
   virtual int choose(const QString& title, const QStringList& items) = 0;
   // A transient notice over the window for that many seconds.
   virtual void displayNotice(const QString& text, double seconds) = 0;
+  // The footer line under the entry list and the number of selected entries beside it.
+  virtual void footerDidChange(const QString& footer, qsizetype selectedCount) {
+    Q_UNUSED(footer);
+    Q_UNUSED(selectedCount);
+  }
 };
