@@ -3,6 +3,7 @@
 // ready. Each prints one line: what, count, seconds.
 #include "Entry.h"
 #include "NoDesktop.h"
+#include "SilentWindowSystem.h"
 #include "MyController.h"
 #include "Settings.h"
 #include "WindowSystem.h"
@@ -15,17 +16,6 @@
 #include <cstdio>
 
 namespace {
-
-class SilentWindowSystem : public WindowSystem {
- public:
-  int runAlert(const QString&, const QString&, const QStringList&) override { return 0; }
-  void showProgressSheet(const QString&, const QString&, int) override {}
-  void setProgressSubtitle(const QString&) override {}
-  void increaseProgress() override {}
-  void closeProgressSheet() override {}
-  int choose(const QString&, const QStringList&) override { return -1; }
-  void displayNotice(const QString&, double) override {}
-};
 
 const char* genres[] = {"Jazz", "Rock", "Classical", "Folk", "Electronic", "Blues", "Soul", "Pop"};
 

@@ -31,6 +31,7 @@ const QHash<QString, CommandInfo>& commands() {
       {"delete", {Commands::remove, true}},
       {"list", {Commands::list, true}},
       {"collections", {Commands::collections, true}},
+      {"totals", {Commands::totals, true}},
       {"collection", {Commands::collection, true}},
   };
   return table;

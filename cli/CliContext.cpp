@@ -39,6 +39,16 @@ Entry* CliContext::findEntry(const QString& reference, QString* message) const {
   return found;
 }
 
+bool CliContext::showCollection(const QString& name) const {
+  Collection* collection = controller.collections().collectionWithName(name, false);
+  if (!collection) {
+    failure(QStringLiteral("no collection '%1'").arg(name));
+    return false;
+  }
+  controller.collections().selectCollection(collection);
+  return true;
+}
+
 bool CliContext::save() const {
   QString error;
   if (controller.managedObjectContext().save(&error)) return true;

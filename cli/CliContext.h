@@ -23,6 +23,8 @@ struct CliContext {
 
   // ENTRY as a uid or an exact title; nullptr with the message set when none or several match.
   Entry* findEntry(const QString& reference, QString* message) const;
+  // Shows the collection of that name in the list; false, with the message printed, when there is none.
+  bool showCollection(const QString& name) const;
   // Saves, or prints why not; false when the save failed.
   bool save() const;
 };

@@ -54,11 +54,7 @@ int list(const CliContext& context, const QStringList& words) {
     searchType = args->value("--search-type").toInt(&ok);
     if (!ok) return CliContext::usage(QStringLiteral("--search-type needs a number"));
   }
-  if (args->has("--collection")) {
-    Collection* c = controller.collections().collectionWithName(args->value("--collection"), false);
-    if (!c) return CliContext::failure(QStringLiteral("no collection '%1'").arg(args->value("--collection")));
-    controller.collections().selectCollection(c);
-  }
+  if (args->has("--collection") && !context.showCollection(args->value("--collection"))) return 1;
   controller.search(args->value("--search"), searchType);
   const auto& entries = controller.entriesController().arrangedObjects();
 

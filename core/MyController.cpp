@@ -1,5 +1,6 @@
 #include "MyController.h"
 
+#include "CollectionTotals.h"
 #include "Disc4ToDisc5.h"
 #include "Entry.h"
 #include "Freedb.h"
@@ -11,7 +12,7 @@
 #include <QDateTime>
 
 MyController::MyController(Settings& settings, WindowSystem& windowSystem, Platform& platform)
-    : MyControllerShared(settings, windowSystem, platform) {
+    : MyControllerShared(settings, windowSystem, platform), totals_(frameworkBundle()) {
   setFieldsController(std::make_unique<MyFieldsController>(settings, frameworkBundle()));
   managedObjectContext().setMigrationPolicy(std::make_shared<Disc4ToDisc5>());
 }
@@ -105,3 +106,18 @@ QStringList MyController::commonAttributesForNamingNewCollection() const {
   return {"artist", "label", "composer", "conductor", "purchasedAt", "borrowedBy",
           "arrangedBy", "producer", "mixedBy", "awards", "genre"};
 }
+
+QVariantMap MyController::collectionTotalsDictionaryFor(const std::vector<Entry*>& entries, bool footer) {
+  return totals_.totals(entries, footer, bottomFields(), qsizetype(entriesController().arrangedObjects().size()));
+}
+
+void MyController::refreshCollectionStatistics() {
+  const auto& selected = entriesController().selectedObjects();
+  multipleSelection = selected.size() >= 2;
+  const QVariantMap totals =
+      collectionTotalsDictionaryFor(multipleSelection ? selected : entriesController().arrangedObjects(), true);
+  windowFooterString = totals_.footer(totals, bottomFields(), multipleSelection);
+  setNumberOfSelectedInFooter();
+}
+
+QString MyController::totalDuration(const QVariantList& tracks) { return CollectionTotals::totalDuration(tracks); }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "CollectionTotals.h"
 #include "MyControllerShared.h"
 
 #include <QVariantList>
@@ -29,6 +30,12 @@ class MyController : public MyControllerShared {
   void addValuesToAutofillForEntry(Entry& entry) override;
   QStringList commonAttributesForNamingNewCollection() const override;
 
+  // Footer totals: see CollectionTotals.
+  QVariantMap collectionTotalsDictionaryFor(const std::vector<Entry*>& entries, bool footer) override;
+  void refreshCollectionStatistics() override;
+  // The summed play time of track dictionaries (each with a "duration" text); null when 0.
+  static QString totalDuration(const QVariantList& tracks);
+
   // State of one import run; empty outside an import.
   const QVariantList& iTunesEntireLibrary() const { return iTunesEntireLibrary_; }
   void setITunesEntireLibrary(const QVariantList& tracks) { iTunesEntireLibrary_ = tracks; }
@@ -44,4 +51,5 @@ class MyController : public MyControllerShared {
   std::unique_ptr<QVariantMap> iTunesAlbumsAdded_, iTunesRatings_;
   std::unique_ptr<QVariantList> importedImages_;
   std::thread libraryRefresh_;
+  CollectionTotals totals_;
 };

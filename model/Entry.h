@@ -4,6 +4,7 @@
 #include "ManagedObject.h"
 #include "Track.h"
 
+#include <atomic>
 #include <memory>
 #include <vector>
 
@@ -17,6 +18,8 @@ class Entry : public ManagedObject {
   ~Entry() override;
 
   qint64 uid() const { return uid_; }
+  // Dense and never reused within the process: an index for side tables of per-entry figures.
+  quint32 serial() const { return serial_; }
   ObjectContext* context() const { return context_; }
 
   const std::vector<std::unique_ptr<Track>>& tracksSet();
@@ -43,7 +46,13 @@ class Entry : public ManagedObject {
  private:
   void fault();
 
+  static quint32 nextSerial() {
+    static std::atomic<quint32> counter{0};
+    return counter.fetch_add(1, std::memory_order_relaxed);
+  }
+
   qint64 uid_;
+  quint32 serial_ = nextSerial();
   ObjectContext* context_;
   bool relationshipsLoaded_;
   std::vector<std::unique_ptr<Track>> tracks_;

@@ -28,6 +28,7 @@ const QVariant* ManagedObject::valueAt(int index) const {
 }
 
 void ManagedObject::loadValueAt(int index, QVariant value) {
+  stamp_ = nextStamp();
   auto it = std::lower_bound(values_.begin(), values_.end(), index, [](const Slot& s, int i) { return s.index < i; });
   if (!value.isValid()) {
     if (it != values_.end() && it->index == index) values_.erase(it);

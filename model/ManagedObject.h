@@ -3,6 +3,7 @@
 #include "EntitySchema.h"
 
 #include <QVariant>
+#include <atomic>
 #include <vector>
 
 // An attribute bag with key-value access, checked against its entity's schema. Values are kept
@@ -36,6 +37,10 @@ class ManagedObject {
     for (const auto& slot : values_) f(slot.index, slot.value);
   }
 
+  // A process-wide number that changes with every change of a value and is never shared by two
+  // objects, so side tables can cache figures derived from an object and know when they are stale.
+  quint64 stamp() const { return stamp_; }
+
   // The value as the attribute's kind holds it, or an invalid QVariant when it cannot be held.
   static QVariant coerced(AttributeKind kind, const QVariant& value, bool* ok);
 
@@ -50,6 +55,12 @@ class ManagedObject {
     int index;
     QVariant value;
   };
+  static quint64 nextStamp() {
+    static std::atomic<quint64> counter{0};
+    return counter.fetch_add(1, std::memory_order_relaxed) + 1;
+  }
+
   const EntitySchema* schema_;
+  quint64 stamp_ = nextStamp();
   std::vector<Slot> values_;  // sorted by index
 };

@@ -1,24 +1,36 @@
 #pragma once
 
+#include "EntryFigures.h"
+
 #include <QList>
 #include <QString>
+#include <QVariantList>
 #include <QVariantMap>
 #include <vector>
 
 class Entry;
 class StringTable;
+class Track;
 
-// The totals under the entry list: counts, discs, value, money spent and play time of a set of
-// entries, as formatted texts.
+// The totals under the entry list (counts, discs, value, money spent and play time of a set of
+// entries) as formatted texts, and the footer line made from them.
 class CollectionTotals {
  public:
   explicit CollectionTotals(const StringTable& strings) : strings_(strings) {}
 
-  // bottomFields: the seven footer switches; with footer false every total is computed.
-  // shownCount: the number of entries the list shows, counted instead of entries when footer.
+  // bottomFields: the seven footer switches. With footer, only the totals whose switches are on
+  // are computed and the count is shownCount (the entries the list shows); without, everything.
   QVariantMap totals(const std::vector<Entry*>& entries, bool footer, const QList<bool>& bottomFields,
-                     qsizetype shownCount) const;
+                     qsizetype shownCount);
+  // The footer line of totals computed with footer on.
+  QString footer(const QVariantMap& totals, const QList<bool>& bottomFields, bool multipleSelection) const;
+
+  // The summed play time of tracks, or a null text when it is 0. Only the first ":" of a time
+  // counts, so "1:02:03" is read as 1 minute 2 seconds.
+  static QString totalDuration(const std::vector<Track*>& tracks);
+  static QString totalDuration(const QVariantList& trackDictionaries);
 
  private:
   const StringTable& strings_;
+  EntryFigures figures_;
 };

@@ -4,6 +4,7 @@
 
 #include <QFileInfo>
 #include <QHash>
+#include <QLocale>
 #include <QRegularExpression>
 #include <QTimeZone>
 #include <algorithm>
@@ -702,6 +703,14 @@ std::optional<QDateTime> myDateWithNaturalLanguageString(const QString& text) {
         return date;
     }
     return readDateWithMonthName(trimmed);
+}
+
+QString formattedNumber(double value, int decimals) {
+    QLocale locale;
+    locale.setNumberOptions(QLocale::DefaultNumberOptions);  // the C locale would drop the separators
+    QString text = locale.toString(value, 'f', decimals);
+    text.replace(locale.negativeSign(), QString(QChar(0x2212)));
+    return text;
 }
 
 QString isoDateString(const QDateTime& date) {

@@ -30,6 +30,10 @@ double myFloatValue(const QString& text);
 // overflowing.
 qint64 myIntValue(const QString& text);
 
+// The number with the locale's thousand separators and that many decimals ("#,##0",
+// "#,##0.00"), negative numbers with the minus sign U+2212 rather than a hyphen.
+QString formattedNumber(double value, int decimals);
+
 // True for any character, whitespace included.
 bool isNotEmpty(const QString& text);
 

@@ -2,6 +2,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -22,6 +23,9 @@ class CliTest : public ::testing::Test {
   QTemporaryDir dir;
   Outcome discary(QStringList args) {
     QProcess p;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("LC_ALL", "C");  // numbers as 1,234.50 whatever the machine's language
+    p.setProcessEnvironment(environment);
     args = QStringList{"--catalogue", dir.filePath("c/Discary.sqlite"), "--settings", dir.filePath("d.conf"), "--quiet"} + args;
     p.start(DISCARY_BINARY, args);
     p.closeWriteChannel();
@@ -72,6 +76,20 @@ TEST_F(CliTest, AddListEditDeleteRoundTrip) {
   EXPECT_EQ(discary({"delete", QString::number(uid)}).status, 0);
   EXPECT_EQ(discary({"--json", "list"}).json().toArray().size(), 1);
   EXPECT_EQ(discary({"delete", QString::number(uid)}).status, 1);
+}
+
+TEST_F(CliTest, TotalsOfTheListOrOfASelection) {
+  ASSERT_EQ(discary({"add", "title=A", "price=1200", "duration=40:00", "status=1"}).status, 0);
+  ASSERT_EQ(discary({"add", "title=B", "price=34.5", "paid=-2", "duration=50:00"}).status, 0);
+  ASSERT_EQ(discary({"add", "title=C", "discs=3"}).status, 0);
+  QJsonObject all = discary({"--json", "totals"}).json().toObject();
+  EXPECT_EQ(all["footer"].toString(), "3 Albums | 1 Borrowed | Value: 1,234.50 | 1.50 Hours");
+  EXPECT_EQ(all["totals"].toObject()["totalWanted"].toString(), "0");
+  EXPECT_EQ(discary({"settings", "set", "Bottom Fields", "[false,false,false,true,false,false,true]"}).status, 0);
+  QJsonObject two = discary({"--json", "totals", "--select", "A,B"}).json().toObject();
+  EXPECT_EQ(two["footer"].toString(), QString("3 Albums | 2 Discs | Spent: ") + QChar(0x2212) + "2.00");
+  EXPECT_EQ(discary({"totals", "--select", "nosuch"}).status, 1);
+  EXPECT_EQ(discary({"totals", "--collection", "nosuch"}).status, 1);
 }
 
 TEST_F(CliTest, UsageErrorsExitTwoWithOneLine) {

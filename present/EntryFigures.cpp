@@ -1,0 +1,39 @@
+#include "EntryFigures.h"
+
+#include "Entry.h"
+#include "TextHelpers.h"
+
+namespace {
+
+QString text(const Entry& entry, int index) {
+  const QVariant* v = entry.valueAt(index);
+  return v ? v->toString() : QString();
+}
+
+}  // namespace
+
+const EntryFigures::Figures& EntryFigures::read(const Entry& entry) {
+  static const int status = EntitySchema::cd().indexOf(QStringLiteral("status"));
+  static const int price = EntitySchema::cd().indexOf(QStringLiteral("price"));
+  static const int paid = EntitySchema::cd().indexOf(QStringLiteral("paid"));
+  static const int duration = EntitySchema::cd().indexOf(QStringLiteral("duration"));
+  static const int discs = EntitySchema::cd().indexOf(QStringLiteral("discs"));
+
+  if (entry.serial() >= cache_.size()) cache_.resize(size_t(entry.serial()) + 1024);
+  Cached& cached = cache_[entry.serial()];
+
+  Figures& f = cached.figures;
+  const QVariant* s = entry.valueAt(status);
+  const qint64 statusValue = s ? s->toLongLong() : 0;
+  f.status = statusValue == 1 || statusValue == 2 ? qint8(statusValue) : 0;
+  f.price = float(TextHelpers::myFloatValue(text(entry, price)));
+  f.paid = float(TextHelpers::myFloatValue(text(entry, paid)));
+  const QString time = text(entry, duration);
+  f.seconds = time.isEmpty() ? 0 : TextHelpers::secondsAsTimeString(time);
+  const QString discText = text(entry, discs);
+  const qint64 n = TextHelpers::myIntValue(discText);
+  // No disc count means one disc; only an explicit "0" means none.
+  f.discs = n != 0 ? n : discText == QLatin1String("0") ? 0 : 1;
+  cached.stamp = entry.stamp();
+  return f;
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "Entry.h"
+
+#include <QtGlobal>
+#include <vector>
+
+// The numbers an entry adds to the totals, read from its texts once and kept until the entry
+// changes: parsing every entry's price, paid and play time on each selection change is too slow
+// for a large catalogue.
+class EntryFigures {
+ public:
+  struct Figures {
+    qint64 seconds = 0;  // play time
+    qint64 discs = 0;  // as counted: one when the entry gives no count
+    float price = 0, paid = 0;
+    qint8 status = 0;
+  };
+
+  const Figures& of(const Entry& entry) {
+    if (entry.serial() < cache_.size())
+      if (const Cached& cached = cache_[entry.serial()]; cached.stamp == entry.stamp()) return cached.figures;
+    return read(entry);
+  }
+
+ private:
+  const Figures& read(const Entry& entry);
+
+  struct Cached {
+    quint64 stamp = 0;
+    Figures figures;
+  };
+  std::vector<Cached> cache_;  // by entry serial
+};
