@@ -1,4 +1,5 @@
 #include "CliContext.h"
+#include "ColumnText.h"
 #include "Commands.h"
 #include "Entry.h"
 #include "EntryJson.h"
@@ -11,27 +12,6 @@
 #include "TextHelpers.h"
 #include "TextTable.h"
 
-namespace {
-
-QString cellText(const MyController& controller, const Entry& entry, const QString& key) {
-  const QVariant v = entry.value(key);
-  if (key == QLatin1String("statusImage") || key == QLatin1String("status")) {
-    const qint64 status = v.toLongLong();
-    return status == 1 ? controller.frameworkBundle().localizedString(QStringLiteral("Borrowed"))
-           : status == 2 ? controller.frameworkBundle().localizedString(QStringLiteral("Wanted"))
-                         : QString();
-  }
-  if (v.metaType().id() == QMetaType::QDateTime) {
-    const QString format = key == QLatin1String("releaseDate")
-                               ? controller.preferencesStandard().stringForKey(SettingsKeys::releaseDateFormat)
-                               : QStringLiteral("yyyy-MM-dd");
-    return v.toDateTime().toString(format);
-  }
-  if (v.metaType().id() == QMetaType::Bool) return v.toBool() ? QStringLiteral("yes") : QString();
-  return v.toString();
-}
-
-}  // namespace
 
 namespace Commands {
 
@@ -76,7 +56,8 @@ int list(const CliContext& context, const QStringList& words) {
   TextTable table(headers);
   for (Entry* e : entries) {
     QStringList row{QString::number(e->uid())};
-    for (const QString& c : columns) row << cellText(controller, *e, c);
+    for (const QString& c : columns)
+      row << ColumnText::of(*e, c, controller.preferencesStandard(), controller.frameworkBundle());
     table.addRow(row);
   }
   CliContext::print(table.toString());

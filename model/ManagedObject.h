@@ -40,6 +40,8 @@ class ManagedObject {
   // A process-wide number that changes with every change of a value and is never shared by two
   // objects, so side tables can cache figures derived from an object and know when they are stale.
   quint64 stamp() const { return stamp_; }
+  // The newest stamp of any object: unchanged means no object was made or changed since.
+  static quint64 latestStamp() { return stampCounter().load(std::memory_order_relaxed); }
 
   // The value as the attribute's kind holds it, or an invalid QVariant when it cannot be held.
   static QVariant coerced(AttributeKind kind, const QVariant& value, bool* ok);
@@ -55,10 +57,11 @@ class ManagedObject {
     int index;
     QVariant value;
   };
-  static quint64 nextStamp() {
+  static std::atomic<quint64>& stampCounter() {
     static std::atomic<quint64> counter{0};
-    return counter.fetch_add(1, std::memory_order_relaxed) + 1;
+    return counter;
   }
+  static quint64 nextStamp() { return stampCounter().fetch_add(1, std::memory_order_relaxed) + 1; }
 
   const EntitySchema* schema_;
   quint64 stamp_ = nextStamp();

@@ -30,7 +30,28 @@ QString sortText(const Entry& e, const QString& key) {
 }  // namespace
 
 void EntriesController::rearrangeObjects() {
-  const std::vector<Entry*> source = collections_.entriesIn(collections_.selectedCollection());
+  std::vector<Entry*> source = collections_.entriesIn(collections_.selectedCollection());
+  // Typing in the search field only changes the predicate: the sorted order of the collection is
+  // kept and re-used until an entry, the collection or the sort changes.
+  const quint64 stamp = ManagedObject::latestStamp();
+  // Derived keys (collection names and the like) change without a stamp: always sort by them afresh.
+  const bool derived = EntitySchema::cd().indexOf(sortKey_) < 0;
+  if (derived || source != sortedSource_ || stamp != sortedStamp_ || sortKey_ != sortedKey_ ||
+      ascending_ != sortedAscending_) {
+    sortedSource_ = std::move(source);
+    sortedStamp_ = stamp;
+    sortedKey_ = sortKey_;
+    sortedAscending_ = ascending_;
+    sortAll();
+  }
+  arranged_.clear();
+  for (Entry* e : sorted_)
+    if ((!predicate_ || predicate_(*e)) && (!filter_ || filter_(*e))) arranged_.push_back(e);
+  setSelectedObjects(selected_);
+}
+
+void EntriesController::sortAll() {
+  const std::vector<Entry*>& source = sortedSource_;
   const int index = source.empty() ? -1 : source.front()->schema().indexOf(sortKey_);
   const AttributeKind kind = index >= 0 ? source.front()->schema().attributes()[index].kind : AttributeKind::Text;
   const bool numeric = kind != AttributeKind::Text;
@@ -38,7 +59,6 @@ void EntriesController::rearrangeObjects() {
   std::vector<SortItem> items;
   items.reserve(source.size());
   for (Entry* e : source) {
-    if (predicate_ && !predicate_(*e)) continue;
     SortItem item{e, 0, {}};
     if (!numeric) {
       item.text = sortText(*e, sortKey_).toCaseFolded();
@@ -67,10 +87,9 @@ void EntriesController::rearrangeObjects() {
     return ascending_ ? c < 0 : c > 0;
   };
   std::sort(items.begin(), items.end(), less);
-  arranged_.clear();
-  arranged_.reserve(items.size());
-  for (const auto& item : items) arranged_.push_back(item.entry);
-  setSelectedObjects(selected_);
+  sorted_.clear();
+  sorted_.reserve(items.size());
+  for (const auto& item : items) sorted_.push_back(item.entry);
 }
 
 void EntriesController::setSelectedObjects(const std::vector<Entry*>& entries) {

@@ -15,7 +15,10 @@ class EntriesController {
 
   explicit EntriesController(CollectionsController& collections) : collections_(collections) {}
 
+  // The search field's predicate, and the filter menu's, which narrows independently of it.
   void setFilterPredicate(Predicate predicate) { predicate_ = std::move(predicate); }
+  void setFilter(Predicate filter) { filter_ = std::move(filter); }
+  bool isFiltered() const { return bool(filter_); }
   // Sorts by the attribute, as its kind compares (dates by time, numbers in text by value);
   // "title" sorts by "sortTitle" where an entry has one, "artist" likewise by "sortArtist".
   void setSortKey(const QString& key, bool ascending = true);
@@ -31,9 +34,16 @@ class EntriesController {
   void forget(Entry* entry);
 
  private:
+  void sortAll();
+
   CollectionsController& collections_;
-  Predicate predicate_;
+  Predicate predicate_, filter_;
   QString sortKey_ = QStringLiteral("title");
   bool ascending_ = true;
   std::vector<Entry*> arranged_, selected_;
+  // The selected collection sorted, and what it was sorted from.
+  std::vector<Entry*> sorted_, sortedSource_;
+  quint64 sortedStamp_ = 0;
+  QString sortedKey_;
+  bool sortedAscending_ = true;
 };
