@@ -1,10 +1,18 @@
 #include "CliApplication.h"
+#include "GuiApplication.h"
 
+#include <QApplication>
 #include <QCoreApplication>
 
 int main(int argc, char* argv[]) {
-  QCoreApplication app(argc, argv);
+  QStringList arguments;
+  for (int i = 1; i < argc; ++i) arguments << QString::fromLocal8Bit(argv[i]);
   QCoreApplication::setApplicationName(QStringLiteral("discary"));
   QCoreApplication::setApplicationVersion(QStringLiteral(DISCARY_VERSION));
-  return CliApplication::run(QCoreApplication::arguments().mid(1));
+  if (GuiApplication::wanted(arguments)) {
+    QApplication app(argc, argv);
+    return GuiApplication::run(arguments);
+  }
+  QCoreApplication app(argc, argv);
+  return CliApplication::run(arguments);
 }

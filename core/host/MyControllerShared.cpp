@@ -172,6 +172,11 @@ void MyControllerShared::search(const QString& text, int searchType) {
     const QString key = searchIdentifierForSearchType(searchType);
     if (!EntitySchema::cd().has(key)) {
       predicate = [](const Entry&) { return false; };
+    } else if (const int index = EntitySchema::cd().indexOf(key); index >= 0) {
+      predicate = [contains, index](const Entry& e) {
+        const QVariant* v = e.valueAt(index);
+        return v && contains(*v);
+      };
     } else {
       predicate = [contains, key](const Entry& e) { return contains(e.value(key)); };
     }

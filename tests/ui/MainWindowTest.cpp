@@ -1,0 +1,168 @@
+#include "CollectionsPanel.h"
+#include "Entry.h"
+#include "EntryEditor.h"
+#include "EntryTableModel.h"
+#include "FakePlatform.h"
+#include "GuiApplication.h"
+#include "MainWindow.h"
+#include "MyController.h"
+#include "QtWindowSystem.h"
+#include "Settings.h"
+#include "TrackTable.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTextBrowser>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+namespace {
+
+// Answers the next modal message box with the button whose text starts with the given words.
+void answerNextMessageBox(const QString& button) {
+  QTimer::singleShot(0, [button] {
+    for (QWidget* w : QApplication::topLevelWidgets())
+      if (auto* box = qobject_cast<QMessageBox*>(w); box && box->isVisible())
+        for (QAbstractButton* b : box->buttons())
+          if (b->text().startsWith(button)) return b->click();
+    answerNextMessageBox(button);
+  });
+}
+
+class MainWindowTest : public ::testing::Test {
+ protected:
+  QTemporaryDir dir;
+  Settings settings{dir.filePath("discary.conf")};
+  QtWindowSystem windowSystem;
+  FakePlatform platform;
+  std::unique_ptr<MyController> controller;
+
+  void SetUp() override {
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+    controller = std::make_unique<MyController>(settings, windowSystem, platform);
+    controller->applicationWillFinishLaunching();
+    ASSERT_TRUE(controller->openCatalogue(dir.filePath("Discary.sqlite")).ok());
+    add({{"title", "Kind of Blue"}, {"artist", "Miles Davis"}, {"genre", "Jazz"}, {"price", "9.99"}, {"duration", "45:44"}});
+    add({{"title", "Blue Train"}, {"artist", "John Coltrane"}, {"genre", "Jazz"}, {"price", "12.50"}, {"status", 1}});
+    add({{"title", "Abbey Road"}, {"artist", "The Beatles"}, {"genre", "Rock"}, {"price", "11"}, {"duration", "47:03"}});
+    ASSERT_TRUE(controller->saveManagedObjectContext());
+  }
+  void TearDown() override { QLocale::setDefault(QLocale::system()); }
+
+  Entry* add(const QVariantMap& values) {
+    Entry* e = controller->managedObjectContext().insertEntry();
+    for (auto it = values.begin(); it != values.end(); ++it) e->setPrimitiveValue(it.key(), it.value());
+    return e;
+  }
+  QStringList shownTitles(const MainWindow& window) {
+    QStringList titles;
+    for (int row = 0; row < window.listModel()->rowCount(); ++row)
+      titles << window.listModel()->entryAt(row)->stringValue("title");
+    return titles;
+  }
+};
+
+TEST_F(MainWindowTest, ShowsTheCatalogueItsFooterAndTheSelectedEntrysPage) {
+  MainWindow window(*controller, windowSystem);
+  window.show();
+  EXPECT_EQ(shownTitles(window), (QStringList{"Abbey Road", "Blue Train", "Kind of Blue"}));
+  EXPECT_EQ(window.footer()->text(), "3 Albums | 1 Borrowed | Value: 33.49 | 1.53 Hours");
+  EXPECT_EQ(window.listModel()->headerData(2, Qt::Horizontal, Qt::DisplayRole).toString(), "Artist");
+
+  window.listView()->selectRow(2);
+  EXPECT_TRUE(window.pageView()->toPlainText().contains("Kind of Blue"));
+  window.listView()->selectAll();
+  EXPECT_TRUE(window.footer()->text().endsWith("3 selected")) << window.footer()->text().toStdString();
+  EXPECT_TRUE(window.pageView()->toPlainText().isEmpty());
+
+  window.collectionsPanel()->selectCollection(controller->collections().borrowedCollection());
+  EXPECT_EQ(shownTitles(window), QStringList{"Blue Train"});
+}
+
+TEST_F(MainWindowTest, SearchAsYouTypeFilterAndColumns) {
+  MainWindow window(*controller, windowSystem);
+  QTest::keyClicks(window.searchField(), "blue");
+  EXPECT_EQ(shownTitles(window), (QStringList{"Blue Train", "Kind of Blue"}));
+  EXPECT_TRUE(window.footer()->text().startsWith("2 Albums"));
+  window.setSearchType(4);  // artists
+  EXPECT_TRUE(shownTitles(window).isEmpty());
+  window.searchField()->clear();
+
+  window.applyFilter({{"field", "genre"}, {"action", 1}}, "jazz");
+  EXPECT_EQ(shownTitles(window), (QStringList{"Blue Train", "Kind of Blue"}));
+  window.applyFilter({{"action", 6}});
+  EXPECT_EQ(shownTitles(window).size(), 3);
+
+  window.showColumn("composer", true);
+  window.showColumn("label", false);
+  EXPECT_TRUE(window.listModel()->columns().contains("composer"));
+  window.listModel()->sort(int(window.listModel()->columns().indexOf("artist")), Qt::DescendingOrder);
+  EXPECT_EQ(shownTitles(window).first(), "Abbey Road");  // The Beatles
+  window.close();
+
+  MainWindow again(*controller, windowSystem);  // column set and search type come back
+  EXPECT_TRUE(again.listModel()->columns().contains("composer"));
+  EXPECT_FALSE(again.listModel()->columns().contains("label"));
+  EXPECT_EQ(again.searchType(), 4);
+}
+
+TEST_F(MainWindowTest, AddAndEditThroughThePanel) {
+  MainWindow window(*controller, windowSystem);
+  EntryEditor adding(*controller, nullptr, &window);
+  adding.setFieldText("title", "Mingus Ah Um");
+  adding.setFieldText("artist", "Charles Mingus");
+  adding.setFieldText("releaseDate", "1959");
+  adding.setFieldText("myRating", "4");
+  adding.trackTable()->setTracks({QVariantMap{{"name", "Better Git It in Your Soul"}, {"duration", "7:23"}},
+                                  QVariantMap{{"name", "Fables of Faubus"}, {"duration", "8:13"}}});
+  adding.accept();
+  Entry* added = adding.entry();
+  ASSERT_NE(added, nullptr);
+  EXPECT_EQ(added->value("releaseDate").toDateTime(), QDateTime(QDate(1959, 7, 1), QTime(12, 0), Qt::UTC));
+  EXPECT_EQ(added->value("myRating").toLongLong(), 4);
+  EXPECT_EQ(added->stringValue("duration"), "15:36");
+  EXPECT_EQ(added->tracksSet().size(), 2u);
+
+  EntryEditor editing(*controller, added, &window);
+  EXPECT_EQ(qobject_cast<QLineEdit*>(editing.editorFor("releaseDate"))->text(), "1959");
+  editing.setFieldText("price", "about ten pounds");  // letters in a price stay text
+  editing.trackTable()->addTrack();
+  editing.trackTable()->table()->item(2, 0)->setText("Pussy Cat Dues");
+  editing.trackTable()->table()->item(2, 3)->setText("9:14");
+  editing.accept();
+  EXPECT_EQ(added->stringValue("price"), "about ten pounds");
+  EXPECT_EQ(added->tracksSet().size(), 3u);
+  EXPECT_EQ(added->stringValue("duration"), "24:50");
+  EXPECT_EQ(editing.result(), QDialog::Accepted);
+
+  EntryEditor wrong(*controller, added, &window);
+  wrong.setFieldText("releaseDate", "the year the music died");
+  answerNextMessageBox("OK");
+  wrong.accept();
+  EXPECT_NE(wrong.result(), QDialog::Accepted);
+  EXPECT_EQ(added->value("releaseDate").toDateTime().date().year(), 1959);
+
+  window.reloadAll();
+  EXPECT_TRUE(window.footer()->text().startsWith("4 Albums")) << window.footer()->text().toStdString();
+}
+
+TEST_F(MainWindowTest, AnUnopenableCatalogueOffersAnotherFileAndQuitsCleanly) {
+  const QString bogus = dir.filePath("not a catalogue.sqlite");
+  QFile file(bogus);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write("this is a shopping list, not a database");
+  file.close();
+  answerNextMessageBox("Quit");
+  EXPECT_EQ(GuiApplication::run({"--catalogue", bogus, "--settings", dir.filePath("other.conf")}), 1);
+  QFile check(bogus);
+  ASSERT_TRUE(check.open(QIODevice::ReadOnly));
+  EXPECT_EQ(check.readAll(), "this is a shopping list, not a database");
+}
+
+}  // namespace

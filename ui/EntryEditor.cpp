@@ -1,0 +1,256 @@
+#include "EntryEditor.h"
+
+#include "AttributeInput.h"
+#include "Collection.h"
+#include "Entry.h"
+#include "FieldTypes.h"
+#include "HostKeys.h"
+#include "MyController.h"
+#include "MyFieldsControllerShared.h"
+#include "Store.h"
+#include "TrackTable.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QCompleter>
+#include <QDateTime>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+namespace {
+
+const QString statusKey = QStringLiteral("status"), ratingKey = QStringLiteral("myRating");
+
+// A date typed as a bare year is kept as 1 July at noon; show it back as the year.
+QString dateText(const QDateTime& date) {
+  const QDateTime utc = date.toUTC();
+  if (utc.date().month() == 7 && utc.date().day() == 1 && utc.time() == QTime(12, 0)) return QString::number(utc.date().year());
+  return utc.time() == QTime(12, 0) ? utc.date().toString(Qt::ISODate) : utc.toString(Qt::ISODate);
+}
+
+QWidget* formPage(QFormLayout** form) {
+  auto* page = new QWidget;
+  *form = new QFormLayout(page);
+  (*form)->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+  auto* scroll = new QScrollArea;
+  scroll->setWidget(page);
+  scroll->setWidgetResizable(true);
+  scroll->setFrameShape(QFrame::NoFrame);
+  return scroll;
+}
+
+}  // namespace
+
+EntryEditor::EntryEditor(MyController& controller, Entry* entry, QWidget* parent)
+    : QDialog(parent), controller_(controller), entry_(entry), tracks_(new TrackTable) {
+  setWindowTitle(entry ? tr("Edit \u201C%1\u201D").arg(entry->stringValue(QStringLiteral("title"))) : tr("Add Entry"));
+  setObjectName(QStringLiteral("entryEditor"));
+  QFormLayout *mainForm = nullptr, *extraForm = nullptr;
+  auto* tabs = new QTabWidget(this);
+  tabs->addTab(formPage(&mainForm), tr("Album"));
+  tabs->addTab(tracks_, tr("Tracks"));
+  tabs->addTab(formPage(&extraForm), tr("Loan, Purchase and More"));
+
+  MyFieldsControllerShared& fields = *controller_.fieldsController();
+  auto addRow = [&](QFormLayout* form, const QString& identifier, int type, bool longText) {
+    QWidget* editor = makeEditor(identifier, type, longText);
+    editor->setObjectName(identifier);
+    editors_.insert(identifier, editor);
+    identifiers_ << identifier;
+    form->addRow(fields.localizedColumnName(identifier), editor);
+  };
+  addRow(mainForm, statusKey, 0, false);
+  addRow(mainForm, ratingKey, FieldTypeRating, false);
+  for (const QVariant& f : fields.editFields()) {
+    const QVariantMap field = f.toMap();
+    if (field.value(QStringLiteral("isOff")).toBool()) continue;
+    const QString identifier = field.value(MKIdentifier).toString();
+    if (!EntitySchema::cd().has(identifier) || editors_.contains(identifier)) continue;
+    const bool extra = field.value(QStringLiteral("location")).toString() == MKLocationExtra;
+    addRow(extra ? extraForm : mainForm, identifier, fields.fieldTypeForIdentifier(identifier),
+           field.value(QStringLiteral("long")).toBool());
+  }
+
+  if (entry_) {
+    for (const QString& identifier : identifiers_) {
+      const QVariant v = entry_->value(identifier);
+      QWidget* editor = editors_.value(identifier);
+      if (auto* box = qobject_cast<QCheckBox*>(editor)) box->setChecked(v.toBool());
+      else if (auto* spin = qobject_cast<QSpinBox*>(editor)) spin->setValue(int(v.toLongLong()));
+      else if (identifier == statusKey) qobject_cast<QComboBox*>(editor)->setCurrentIndex(int(std::clamp<qint64>(v.toLongLong(), 0, 2)));
+      else setFieldText(identifier, v.metaType().id() == QMetaType::QDateTime ? dateText(v.toDateTime()) : v.toString());
+    }
+    QVariantList tracks;
+    for (Track* t : entry_->tracksSortedByPosition()) {
+      QVariantMap track;
+      t->forEachValue([&](int index, const QVariant& value) { track.insert(t->schema().attributes()[index].key, value); });
+      tracks << track;
+    }
+    tracks_->setTracks(tracks);
+  }
+
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel, this);
+  if (!entry_) buttons->button(QDialogButtonBox::Save)->setText(tr("Add"));
+  connect(buttons, &QDialogButtonBox::accepted, this, &EntryEditor::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &EntryEditor::reject);
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(tabs);
+  layout->addWidget(buttons);
+  resize(640, 680);
+}
+
+QWidget* EntryEditor::makeEditor(const QString& identifier, int type, bool longText) {
+  if (identifier == statusKey) {
+    auto* combo = new QComboBox;
+    combo->addItems({tr("In the collection"), controller_.frameworkBundle().localizedString(QStringLiteral("Borrowed")),
+                     controller_.frameworkBundle().localizedString(QStringLiteral("Wanted"))});
+    return combo;
+  }
+  switch (type) {
+    case FieldTypeRating: {
+      auto* spin = new QSpinBox;
+      spin->setRange(0, 5);
+      spin->setSpecialValueText(tr("Not rated"));
+      spin->setSuffix(tr(" of 5"));
+      return spin;
+    }
+    case FieldTypeCheckbox: return new QCheckBox;
+    case FieldTypeLongText: {
+      auto* text = new QPlainTextEdit;
+      text->setTabChangesFocus(true);
+      text->setMinimumHeight(90);
+      return text;
+    }
+    case FieldTypeComboBox: {
+      auto* combo = new QComboBox;
+      combo->setEditable(true);
+      combo->setInsertPolicy(QComboBox::NoInsert);
+      combo->addItem(QString());
+      combo->addItems(controller_.comboBoxData().valuesForField(identifier));
+      combo->completer()->setCaseSensitivity(Qt::CaseInsensitive);
+      combo->completer()->setCompletionMode(QCompleter::InlineCompletion);
+      return combo;
+    }
+    default: {
+      auto* line = new QLineEdit;
+      if (type == FieldTypeDate) line->setPlaceholderText(tr("a year, or a date such as 1999-03-04"));
+      if (type == FieldTypeTokens) line->setPlaceholderText(tr("separate several with commas"));
+      if (type == FieldTypeBorrower) {
+        auto* completer = new QCompleter(controller_.comboBoxData().valuesForField(identifier), line);
+        completer->setCaseSensitivity(Qt::CaseInsensitive);
+        line->setCompleter(completer);
+      }
+      if (longText) line->setMinimumWidth(360);
+      return line;
+    }
+  }
+}
+
+void EntryEditor::setFieldText(const QString& identifier, const QString& text) {
+  QWidget* editor = editors_.value(identifier);
+  if (auto* line = qobject_cast<QLineEdit*>(editor)) line->setText(text);
+  else if (auto* combo = qobject_cast<QComboBox*>(editor); combo && combo->isEditable()) combo->setEditText(text);
+  else if (auto* plain = qobject_cast<QPlainTextEdit*>(editor)) plain->setPlainText(text);
+  else if (auto* spin = qobject_cast<QSpinBox*>(editor)) spin->setValue(text.toInt());
+  else if (auto* box = qobject_cast<QCheckBox*>(editor)) box->setChecked(!text.isEmpty() && text != QLatin1String("0"));
+  else if (combo) combo->setCurrentIndex(text.toInt());
+}
+
+QString EntryEditor::textOf(const QString& identifier) const {
+  QWidget* editor = editors_.value(identifier);
+  if (auto* line = qobject_cast<QLineEdit*>(editor)) return line->text().trimmed();
+  if (auto* combo = qobject_cast<QComboBox*>(editor); combo && combo->isEditable()) return combo->currentText().trimmed();
+  if (auto* plain = qobject_cast<QPlainTextEdit*>(editor)) return plain->toPlainText().trimmed();
+  return {};
+}
+
+QVariant EntryEditor::editorValue(const QString& identifier) const {
+  QWidget* editor = editors_.value(identifier);
+  if (auto* box = qobject_cast<QCheckBox*>(editor)) return box->isChecked() ? QVariant(true) : QVariant();
+  if (auto* spin = qobject_cast<QSpinBox*>(editor)) return spin->value() ? QVariant(qint64(spin->value())) : QVariant();
+  if (auto* combo = qobject_cast<QComboBox*>(editor); combo && !combo->isEditable())
+    return combo->currentIndex() ? QVariant(qint64(combo->currentIndex())) : QVariant();
+  const QString text = textOf(identifier);
+  return text.isEmpty() ? QVariant() : QVariant(text);
+}
+
+bool EntryEditor::readValues(QVariantMap* values, QString* problem) const {
+  const EntitySchema& schema = EntitySchema::cd();
+  for (const QString& identifier : identifiers_) {
+    const QVariant input = editorValue(identifier);
+    if (!input.isValid()) {
+      values->insert(identifier, QVariant());
+      continue;
+    }
+    const auto value = AttributeInput::read(schema.attributes()[schema.indexOf(identifier)].kind, input);
+    if (!value) {
+      *problem = tr("\u201C%1\u201D is not a date Discary can read for %2. Type a year (1999) or a date (1999-03-04).")
+                     .arg(input.toString(), controller_.fieldsController()->localizedColumnName(identifier));
+      editors_.value(identifier)->setFocus();
+      return false;
+    }
+    values->insert(identifier, *value);
+  }
+  return true;
+}
+
+void EntryEditor::accept() {
+  QVariantMap values;
+  QString problem;
+  if (!readValues(&values, &problem)) {
+    QMessageBox::warning(this, tr("Check the entry"), problem);
+    return;
+  }
+  if (entry_) {
+    applyTo(*entry_, values);
+  } else if (!addEntry(values)) {
+    reject();
+    return;
+  }
+  controller_.addValuesToAutofillForEntry(*entry_);
+  controller_.saveManagedObjectContext();
+  QDialog::accept();
+}
+
+bool EntryEditor::addEntry(const QVariantMap& values) {
+  controller_.clearAddPanel();
+  for (auto it = values.begin(); it != values.end(); ++it)
+    if (it.value().isValid()) controller_.addPanel().setValue(it.value(), it.key());
+  controller_.addPanel().trackData().setTracks(tracks_->tracks());
+  entry_ = controller_.addEntryFromAddPanelCheckForDuplicates(true);
+  if (!entry_) return false;
+  if (Collection* shown = controller_.collections().selectedCollection(); shown && shown->isUser())
+    controller_.addEntry(entry_, shown);
+  return true;
+}
+
+void EntryEditor::applyTo(Entry& entry, const QVariantMap& values) {
+  const QVariant durationBefore = entry.value(QStringLiteral("duration"));
+  for (auto it = values.begin(); it != values.end(); ++it) entry.setValue(it.key(), it.value());
+  if (tracks_->isModified()) {
+    for (const auto& old : std::vector<Track*>(entry.tracksSortedByPosition())) entry.removeTrack(old);
+    const QVariantList tracks = tracks_->tracks();
+    for (const QVariant& t : tracks) {
+      auto track = Store::newTrack();
+      const QVariantMap map = t.toMap();
+      for (const auto& attribute : track->schema().attributes())
+        if (map.contains(attribute.key))
+          if (auto v = AttributeInput::read(attribute.kind, map.value(attribute.key))) track->setPrimitiveValue(attribute.key, *v);
+      entry.addTrack(std::move(track));
+    }
+    entry.setValue(QStringLiteral("numberOfTracks"), tracks.isEmpty() ? QVariant() : QVariant(QString::number(tracks.size())));
+    // The album's play time follows its tracks unless the user typed one in this edit.
+    const QString sum = MyController::totalDuration(tracks);
+    if (!sum.isEmpty() && values.value(QStringLiteral("duration")) == durationBefore)
+      entry.setValue(QStringLiteral("duration"), sum);
+  }
+  entry.setValue(QStringLiteral("dateEdited"), QDateTime::currentDateTimeUtc());
+}

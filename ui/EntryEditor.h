@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QDialog>
+#include <QHash>
+
+class Entry;
+class MyController;
+class TrackTable;
+
+// The add / edit panel: one editor per field of the field catalogue (text, long text, combo box
+// with the values already used, check box, date, borrower, rating, tokens) on two tabs, the
+// status and rating, and the track table.
+class EntryEditor : public QDialog {
+  Q_OBJECT
+ public:
+  // With no entry the panel makes a new one, through the add panel, in the shown collection.
+  EntryEditor(MyController& controller, Entry* entry, QWidget* parent = nullptr);
+
+  // The entry added or edited, once accepted.
+  Entry* entry() const { return entry_; }
+  // The editor of a field, by identifier ("title", "status", "myRating"...).
+  QWidget* editorFor(const QString& identifier) const { return editors_.value(identifier); }
+  TrackTable* trackTable() const { return tracks_; }
+  // Sets an editor's text or state as a person would; for tests and scripted fills.
+  void setFieldText(const QString& identifier, const QString& text);
+
+  void accept() override;
+
+ private:
+  QWidget* makeEditor(const QString& identifier, int type, bool longText);
+  QString textOf(const QString& identifier) const;
+  QVariant editorValue(const QString& identifier) const;
+  // The values to store, read as their attributes' kinds; false with the problem when one
+  // cannot be read (letters in a date).
+  bool readValues(QVariantMap* values, QString* problem) const;
+  bool addEntry(const QVariantMap& values);
+  void applyTo(Entry& entry, const QVariantMap& values);
+
+  MyController& controller_;
+  Entry* entry_;
+  QHash<QString, QWidget*> editors_;
+  QStringList identifiers_;
+  TrackTable* tracks_;
+};

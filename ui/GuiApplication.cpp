@@ -1,0 +1,79 @@
+#include "GuiApplication.h"
+
+#include "CliApplication.h"
+#include "CliOptions.h"
+#include "LinuxPlatform.h"
+#include "MainWindow.h"
+#include "MyController.h"
+#include "QtWindowSystem.h"
+#include "Settings.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QPushButton>
+#include <cstdio>
+
+namespace {
+
+// Asks for another file until one opens or the user gives up; false when they gave up.
+bool openSomeCatalogue(MyController& controller, QString path) {
+  for (;;) {
+    const Store::OpenResult result = controller.openCatalogue(path);
+    if (result.ok()) return true;
+    QMessageBox box(QMessageBox::Critical, QObject::tr("Discary"), QObject::tr("The catalogue could not be opened."));
+    box.setInformativeText(result.message);
+    QPushButton* other = box.addButton(QObject::tr("Open Another…"), QMessageBox::AcceptRole);
+    QPushButton* fresh = box.addButton(QObject::tr("New Catalogue…"), QMessageBox::ActionRole);
+    box.addButton(QObject::tr("Quit"), QMessageBox::RejectRole);
+    box.exec();
+    const QString folder = QFileInfo(path).absolutePath();
+    if (box.clickedButton() == other)
+      path = QFileDialog::getOpenFileName(nullptr, QObject::tr("Open Catalogue"), folder, QObject::tr("Discary catalogues (*.sqlite)"));
+    else if (box.clickedButton() == fresh)
+      path = QFileDialog::getSaveFileName(nullptr, QObject::tr("New Catalogue"), folder + QStringLiteral("/Discary.sqlite"),
+                                          QObject::tr("Discary catalogues (*.sqlite)"));
+    else
+      return false;
+    if (path.isEmpty()) return false;
+  }
+}
+
+}  // namespace
+
+namespace GuiApplication {
+
+bool wanted(const QStringList& arguments) {
+  QString message;
+  const auto options = CliOptions::parse(arguments, &message);
+  if (!options || options->version) return false;
+  const QString first = options->words.value(0);
+  return first.isEmpty() || (!CliApplication::isCommand(first) && !first.startsWith(QLatin1String("--")));
+}
+
+int run(const QStringList& arguments) {
+  QString message;
+  const auto options = CliOptions::parse(arguments, &message);
+  if (!options) {
+    std::fprintf(stderr, "discary: %s\n", qPrintable(message));
+    return 2;
+  }
+  QApplication::setApplicationDisplayName(QStringLiteral("Discary"));
+  QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("media-optical-audio")));
+  Settings settings(options->settings);
+  QtWindowSystem windowSystem;
+  LinuxPlatform platform;
+  MyController controller(settings, windowSystem, platform);
+  controller.applicationWillFinishLaunching();
+  QString path = options->catalogue;
+  if (path.isEmpty()) path = settings.stringForKey(lastCatalogueKey);
+  if (path.isEmpty()) path = MyController::defaultCataloguePath();
+  if (!openSomeCatalogue(controller, path)) return 1;
+  controller.applicationDidFinishLaunching();
+  MainWindow window(controller, windowSystem);
+  window.show();
+  return QApplication::exec();
+}
+
+}  // namespace GuiApplication

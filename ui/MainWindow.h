@@ -1,0 +1,83 @@
+#pragma once
+
+#include <QMainWindow>
+
+class Collection;
+class CollectionsPanel;
+class Entry;
+class EntryTableModel;
+class MyController;
+class QLabel;
+class QLineEdit;
+class QMenu;
+class QSplitter;
+class QTableView;
+class QTextBrowser;
+class QtWindowSystem;
+
+// The catalogue window: collections on the left, the entry list with its footer in the middle,
+// the selected entry's page on the right, and the menus and tool bar that act on them.
+class MainWindow : public QMainWindow {
+  Q_OBJECT
+ public:
+  MainWindow(MyController& controller, QtWindowSystem& windowSystem);
+
+  // For tests and scripts: the parts a person looks at and types into.
+  EntryTableModel* listModel() const { return model_; }
+  QTableView* listView() const { return list_; }
+  QLabel* footer() const { return footer_; }
+  QLineEdit* searchField() const { return search_; }
+  QTextBrowser* pageView() const { return page_; }
+  CollectionsPanel* collectionsPanel() const { return collections_; }
+  int searchType() const { return searchType_; }
+  void setSearchType(int type);
+
+  // Menu actions, callable directly.
+  void showColumn(const QString& identifier, bool shown);
+  // A filter menu item ("field", "action"); value is the chosen value for action 1.
+  void applyFilter(const QVariantMap& item, const QString& value = {});
+  void addEntry();
+  void editEntry();
+  void deleteSelectedEntries();
+  void newCollectionFromSelection();
+  void selectEntries(const std::vector<Entry*>& entries);
+  // After the catalogue changed underneath (another catalogue opened, entries added elsewhere).
+  void reloadAll();
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void buildMenus();
+  QWidget* buildListPane();
+  void restoreState();
+  void saveState();
+  void refreshList();
+  void selectionChanged();
+  void showEntryPage(Entry* entry);
+  void showCollection(Collection* collection);
+  void runSearch();
+  void chooseFilter(const QVariantMap& item);
+  void fillColumnsMenu();
+  void fillFilterMenu();
+  void renameCollection();
+  void deleteCollection();
+  void dropEntries(Collection* collection, const QList<qint64>& uids);
+  void newCatalogue();
+  void openCatalogue();
+  void switchCatalogue(const QString& path);
+  void showPreferences();
+  void showFooter(const QString& footer, qsizetype selectedCount);
+
+  MyController& controller_;
+  QtWindowSystem& windowSystem_;
+  EntryTableModel* model_;
+  QTableView* list_;
+  CollectionsPanel* collections_;
+  QTextBrowser* page_;
+  QLabel* footer_;
+  QLineEdit* search_;
+  QSplitter* splitter_;
+  QMenu *columnsMenu_, *filterMenu_, *searchMenu_;
+  int searchType_ = 1;
+};

@@ -1,0 +1,124 @@
+#include "PreferencesDialog.h"
+
+#include "MyController.h"
+#include "Settings.h"
+#include "SettingsKeys.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QDoubleSpinBox>
+#include <QFormLayout>
+#include <QLineEdit>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+PreferencesDialog::PreferencesDialog(MyController& controller, QWidget* parent)
+    : QDialog(parent), controller_(controller) {
+  setWindowTitle(tr("Preferences"));
+  Settings& settings = controller_.preferencesStandard();
+  auto* tabs = new QTabWidget(this);
+  auto page = [tabs](const QString& title) {
+    auto* widget = new QWidget;
+    auto* form = new QFormLayout(widget);
+    tabs->addTab(widget, title);
+    return form;
+  };
+
+  QFormLayout* general = page(tr("General"));
+  template_ = new QComboBox;
+  template_->setEditable(true);
+  QStringList templates{QStringLiteral("Collection.html")};
+  const QDir userTemplates(controller_.dataFolderPath() + QStringLiteral("/Templates"));
+  for (const QString& name : userTemplates.entryList({QStringLiteral("*.html"), QStringLiteral("*.htm")}, QDir::Files))
+    if (!templates.contains(name)) templates << name;
+  template_->addItems(templates);
+  template_->setCurrentText(settings.stringForKey(SettingsKeys::infoTemplate));
+  general->addRow(tr("Entry page template:"), template_);
+  releaseDateFormat_ = new QLineEdit(settings.stringForKey(SettingsKeys::releaseDateFormat));
+  releaseDateFormat_->setToolTip(tr("yyyy shows the year, MMMM d, yyyy the whole date"));
+  general->addRow(tr("Release date format:"), releaseDateFormat_);
+  bezelTime_ = new QDoubleSpinBox;
+  bezelTime_->setRange(0.5, 30);
+  bezelTime_->setSuffix(tr(" s"));
+  bezelTime_->setValue(settings.floatForKey(SettingsKeys::bezelDisplayTime));
+  general->addRow(tr("Show notices for:"), bezelTime_);
+  importDuplicates_ = new QCheckBox(tr("Import entries that are already in the catalogue"));
+  importDuplicates_->setChecked(settings.boolForKey(QStringLiteral("Import Duplicates")));
+  general->addRow(importDuplicates_);
+  refreshLibrary_ = new QCheckBox(tr("Refresh the music library at launch every 30 days"));
+  refreshLibrary_->setChecked(settings.boolForKey(SettingsKeys::refreshItunesAuto));
+  general->addRow(refreshLibrary_);
+
+  QFormLayout* list = page(tr("List"));
+  const QStringList totals = {tr("Number of entries"), tr("Lent out"), tr("Wanted"), tr("Discs"),
+                              tr("Play time"),         tr("Value"),    tr("Spent")};
+  const QList<bool> shown = controller_.bottomFields();
+  for (int i = 0; i < totals.size(); ++i) {
+    auto* box = new QCheckBox(totals[i]);
+    box->setChecked(shown.value(i));
+    bottomFields_ << box;
+    list->addRow(i == 0 ? tr("Footer shows:") : QString(), box);
+  }
+  cellSize_ = new QSpinBox;
+  cellSize_->setRange(40, 400);
+  cellSize_->setValue(int(settings.integerForKey(SettingsKeys::cellSize)));
+  list->addRow(tr("Cover cell size:"), cellSize_);
+
+  QFormLayout* covers = page(tr("Covers and Printing"));
+  coverBorder_ = new QCheckBox(tr("Draw a border around covers"));
+  coverBorder_->setChecked(settings.boolForKey(SettingsKeys::coverBorder));
+  covers->addRow(coverBorder_);
+  coverBackground_ = new QDoubleSpinBox;
+  coverBackground_->setRange(0, 1);
+  coverBackground_->setSingleStep(0.1);
+  coverBackground_->setValue(settings.floatForKey(SettingsKeys::coverBackground));
+  covers->addRow(tr("Cover background brightness:"), coverBackground_);
+  coverWidth_ = new QLineEdit(settings.stringForKey(QStringLiteral("Print Cover Width")));
+  coverHeight_ = new QLineEdit(settings.stringForKey(QStringLiteral("Print Cover Height")));
+  for (QLineEdit* e : {coverWidth_, coverHeight_}) e->setPlaceholderText(QStringLiteral("350"));
+  covers->addRow(tr("Printed cover width (points):"), coverWidth_);
+  covers->addRow(tr("Printed cover height (points):"), coverHeight_);
+
+  QFormLayout* online = page(tr("Online"));
+  cddbServer_ = new QLineEdit(settings.stringForKey(SettingsKeys::cddbServer));
+  cddbServer_->setPlaceholderText(SettingsKeys::defaultCddbServer);
+  online->addRow(tr("CDDB server (host[:port]):"), cddbServer_);
+
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  connect(buttons, &QDialogButtonBox::accepted, this, &PreferencesDialog::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &PreferencesDialog::reject);
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(tabs);
+  layout->addWidget(buttons);
+}
+
+void PreferencesDialog::accept() {
+  Settings& settings = controller_.preferencesStandard();
+  // Only what the user changed is stored, so registered defaults keep applying elsewhere.
+  auto store = [&settings](const QString& key, const QVariant& value) {
+    if (settings.objectForKey(key) != value) settings.setObject(key, value);
+  };
+  const QString name = template_->currentText().trimmed();
+  if (!name.isEmpty() && !name.contains(QLatin1Char('/'))) store(SettingsKeys::infoTemplate, name);
+  store(SettingsKeys::releaseDateFormat, releaseDateFormat_->text());
+  store(SettingsKeys::bezelDisplayTime, bezelTime_->value());
+  store(QStringLiteral("Import Duplicates"), importDuplicates_->isChecked());
+  store(SettingsKeys::refreshItunesAuto, refreshLibrary_->isChecked());
+  QVariantList bottom;
+  for (QCheckBox* box : bottomFields_) bottom << box->isChecked();
+  store(SettingsKeys::bottomFields, bottom);
+  store(SettingsKeys::cellSize, cellSize_->value());
+  store(SettingsKeys::coverBorder, coverBorder_->isChecked());
+  store(SettingsKeys::coverBackground, coverBackground_->value());
+  for (auto [key, edit] : {std::pair{QStringLiteral("Print Cover Width"), coverWidth_},
+                           std::pair{QStringLiteral("Print Cover Height"), coverHeight_}})
+    if (!edit->text().trimmed().isEmpty()) store(key, edit->text().trimmed());
+  const QString server = cddbServer_->text().trimmed();
+  if (server.isEmpty()) settings.removeObject(SettingsKeys::cddbServer);
+  else store(SettingsKeys::cddbServer, server);
+  settings.sync();
+  QDialog::accept();
+}

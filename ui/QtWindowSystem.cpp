@@ -1,0 +1,71 @@
+#include "QtWindowSystem.h"
+
+#include "NoticeOverlay.h"
+
+#include <QApplication>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QProgressDialog>
+#include <QPushButton>
+
+int QtWindowSystem::runAlert(const QString& title, const QString& message, const QStringList& buttons) {
+  QMessageBox box(window_);
+  box.setIcon(QMessageBox::Warning);
+  box.setText(title);
+  box.setInformativeText(message);
+  box.setWindowModality(Qt::WindowModal);
+  QList<QAbstractButton*> added;
+  // The first button is the default, as the product orders them.
+  for (const QString& label : buttons.isEmpty() ? QStringList{tr("OK")} : buttons)
+    added << box.addButton(label, added.isEmpty() ? QMessageBox::AcceptRole : QMessageBox::RejectRole);
+  box.setDefaultButton(qobject_cast<QPushButton*>(added.first()));
+  box.exec();
+  const qsizetype index = added.indexOf(box.clickedButton());
+  return index < 0 ? 0 : int(index);
+}
+
+void QtWindowSystem::showProgressSheet(const QString& title, const QString& subtitle, int count) {
+  closeProgressSheet();
+  progress_ = new QProgressDialog(subtitle, tr("Cancel"), 0, count, window_);
+  progress_->setWindowTitle(title);
+  progress_->setWindowModality(Qt::WindowModal);
+  progress_->setMinimumDuration(300);
+  progress_->setAutoClose(false);
+  progress_->setAutoReset(false);
+  progress_->setValue(0);
+  QApplication::processEvents();
+}
+
+void QtWindowSystem::setProgressSubtitle(const QString& subtitle) {
+  if (!progress_) return;
+  progress_->setLabelText(subtitle);
+  QApplication::processEvents();
+}
+
+void QtWindowSystem::increaseProgress() {
+  if (!progress_) return;
+  if (progress_->maximum() > 0) progress_->setValue(qMin(progress_->value() + 1, progress_->maximum()));
+  QApplication::processEvents();
+}
+
+void QtWindowSystem::closeProgressSheet() {
+  if (progress_) progress_->deleteLater();
+  progress_.clear();
+}
+
+bool QtWindowSystem::progressCancelled() const { return progress_ && progress_->wasCanceled(); }
+
+int QtWindowSystem::choose(const QString& title, const QStringList& items) {
+  if (items.isEmpty()) return -1;
+  bool ok = false;
+  const QString chosen = QInputDialog::getItem(window_, title, title, items, 0, false, &ok);
+  return ok ? int(items.indexOf(chosen)) : -1;
+}
+
+void QtWindowSystem::displayNotice(const QString& text, double seconds) {
+  if (window_) NoticeOverlay::show(window_, text, seconds);
+}
+
+void QtWindowSystem::footerDidChange(const QString& footer, qsizetype selectedCount) {
+  Q_EMIT footerChanged(footer, selectedCount);
+}

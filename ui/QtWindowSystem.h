@@ -1,0 +1,35 @@
+#pragma once
+
+#include "WindowSystem.h"
+
+#include <QObject>
+#include <QPointer>
+
+class QProgressDialog;
+class QWidget;
+
+// The window system of the desktop application: message boxes for alerts, a window-modal
+// progress dialog for the progress sheet, a list dialog for choices, a fading notice.
+class QtWindowSystem : public QObject, public WindowSystem {
+  Q_OBJECT
+ public:
+  // Dialogs are shown over the window; until there is one they are free-standing.
+  void setWindow(QWidget* window) { window_ = window; }
+
+  int runAlert(const QString& title, const QString& message, const QStringList& buttons) override;
+  void showProgressSheet(const QString& title, const QString& subtitle, int count) override;
+  void setProgressSubtitle(const QString& subtitle) override;
+  void increaseProgress() override;
+  void closeProgressSheet() override;
+  bool progressCancelled() const override;
+  int choose(const QString& title, const QStringList& items) override;
+  void displayNotice(const QString& text, double seconds) override;
+  void footerDidChange(const QString& footer, qsizetype selectedCount) override;
+
+ Q_SIGNALS:
+  void footerChanged(const QString& footer, qsizetype selectedCount);
+
+ private:
+  QPointer<QWidget> window_;
+  QPointer<QProgressDialog> progress_;
+};
