@@ -28,6 +28,8 @@ class MyController : public MyControllerShared {
   QString searchIdentifierForSearchType(int searchType) const override;
   void addValuesToAutofillForEntry(Entry& entry) override;
   QStringList commonAttributesForNamingNewCollection() const override;
+  // The entry's own fields, then the track rows.
+  void replaceKeysInTemplate(QString& text, Entry& entry, bool html, bool webView) override;
 
   // State of one import run; empty outside an import.
   const QVariantList& iTunesEntireLibrary() const { return iTunesEntireLibrary_; }
