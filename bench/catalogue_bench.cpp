@@ -5,7 +5,7 @@
 #include "NoDesktop.h"
 #include "MyController.h"
 #include "Settings.h"
-#include "WindowSystem.h"
+#include "SilentWindowSystem.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -15,17 +15,6 @@
 #include <cstdio>
 
 namespace {
-
-class SilentWindowSystem : public WindowSystem {
- public:
-  int runAlert(const QString&, const QString&, const QStringList&) override { return 0; }
-  void showProgressSheet(const QString&, const QString&, int) override {}
-  void setProgressSubtitle(const QString&) override {}
-  void increaseProgress() override {}
-  void closeProgressSheet() override {}
-  int choose(const QString&, const QStringList&) override { return -1; }
-  void displayNotice(const QString&, double) override {}
-};
 
 const char* genres[] = {"Jazz", "Rock", "Classical", "Folk", "Electronic", "Blues", "Soul", "Pop"};
 

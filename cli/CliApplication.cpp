@@ -32,6 +32,8 @@ const QHash<QString, CommandInfo>& commands() {
       {"list", {Commands::list, true}},
       {"collections", {Commands::collections, true}},
       {"collection", {Commands::collection, true}},
+      {"show", {Commands::show, true}},
+      {"export", {Commands::exportEntries, true}},
   };
   return table;
 }
