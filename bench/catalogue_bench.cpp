@@ -6,7 +6,7 @@
 #include "SilentWindowSystem.h"
 #include "MyController.h"
 #include "Settings.h"
-#include "WindowSystem.h"
+#include "SilentWindowSystem.h"
 
 #include <QCoreApplication>
 #include <QDateTime>

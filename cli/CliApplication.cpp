@@ -33,6 +33,8 @@ const QHash<QString, CommandInfo>& commands() {
       {"collections", {Commands::collections, true}},
       {"totals", {Commands::totals, true}},
       {"collection", {Commands::collection, true}},
+      {"show", {Commands::show, true}},
+      {"export", {Commands::exportEntries, true}},
   };
   return table;
 }

@@ -17,4 +17,7 @@ int list(const CliContext& context, const QStringList& args);
 int collections(const CliContext& context, const QStringList& args);
 int collection(const CliContext& context, const QStringList& args);
 int totals(const CliContext& context, const QStringList& args);
+int show(const CliContext& context, const QStringList& args);
+// "export" is a keyword of the language.
+int exportEntries(const CliContext& context, const QStringList& args);
 }  // namespace Commands

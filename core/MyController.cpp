@@ -8,8 +8,10 @@
 #include "Platform.h"
 #include "Settings.h"
 #include "SettingsKeys.h"
+#include "TrackMarkup.h"
 
 #include <QDateTime>
+#include <cstdio>
 
 MyController::MyController(Settings& settings, WindowSystem& windowSystem, Platform& platform)
     : MyControllerShared(settings, windowSystem, platform), totals_(frameworkBundle()) {
@@ -105,6 +107,13 @@ void MyController::addValuesToAutofillForEntry(Entry& entry) {
 QStringList MyController::commonAttributesForNamingNewCollection() const {
   return {"artist", "label", "composer", "conductor", "purchasedAt", "borrowedBy",
           "arrangedBy", "producer", "mixedBy", "awards", "genre"};
+}
+
+void MyController::replaceKeysInTemplate(QString& text, Entry& entry, bool html, bool webView) {
+  MyControllerShared::replaceKeysInTemplate(text, entry, html, webView);
+  const TrackMarkup::Result result = TrackMarkup::apply(text, entry, {html, webView, &addPanel().trackData()});
+  if (!result.reason.isEmpty())
+    std::fprintf(stderr, "Track rows of entry %lld left unfilled: %s\n", entry.uid(), qPrintable(result.reason));
 }
 
 QVariantMap MyController::collectionTotalsDictionaryFor(const std::vector<Entry*>& entries, bool footer) {

@@ -29,6 +29,8 @@ class MyController : public MyControllerShared {
   QString searchIdentifierForSearchType(int searchType) const override;
   void addValuesToAutofillForEntry(Entry& entry) override;
   QStringList commonAttributesForNamingNewCollection() const override;
+  // The entry's own fields, then the track rows.
+  void replaceKeysInTemplate(QString& text, Entry& entry, bool html, bool webView) override;
 
   // Footer totals: see CollectionTotals.
   QVariantMap collectionTotalsDictionaryFor(const std::vector<Entry*>& entries, bool footer) override;

@@ -23,6 +23,7 @@ class EntitySchema {
   // -1 when the entity has no stored attribute of that name.
   int indexOf(const QString& key) const { return index_.value(key, -1); }
   bool isDerived(const QString& key) const { return derivedKeys_.contains(key); }
+  const QStringList& derivedKeys() const { return derivedKeys_; }
   bool has(const QString& key) const { return indexOf(key) >= 0 || isDerived(key); }
 
   static const EntitySchema& cd();

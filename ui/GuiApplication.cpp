@@ -49,7 +49,11 @@ bool wanted(const QStringList& arguments) {
   const auto options = CliOptions::parse(arguments, &message);
   if (!options || options->version) return false;
   const QString first = options->words.value(0);
-  return first.isEmpty() || (!CliApplication::isCommand(first) && !first.startsWith(QLatin1String("--")));
+  if (first.isEmpty()) return true;
+  if (CliApplication::isCommand(first) || first.startsWith(QLatin1Char('-'))) return false;
+  // Files and URLs go to the window; a bare word is a mistyped command, answered on the terminal.
+  return QFileInfo::exists(first) || first.contains(QLatin1Char('/')) || first.contains(QLatin1Char(':')) ||
+         first.contains(QLatin1Char('.'));
 }
 
 int run(const QStringList& arguments) {

@@ -6,12 +6,14 @@
 #include "MyFieldsControllerShared.h"
 #include "Platform.h"
 #include "Settings.h"
+#include "TemplateFile.h"
 #include "TextHelpers.h"
 #include "WindowSystem.h"
 
 #include <QDateTime>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <QUrl>
 #include <cstdio>
 
 MyControllerShared::MyControllerShared(Settings& settings, WindowSystem& windowSystem, Platform& platform)
@@ -208,7 +210,47 @@ QString MyControllerShared::proposedNameForNewCollection(const std::vector<Entry
   return {};
 }
 
-void MyControllerShared::replaceKeysInTemplate(QString&, Entry&, bool, bool) {}
+EntryTemplate::Options MyControllerShared::entryTemplateOptions(const Entry& entry, bool html) const {
+  EntryTemplate::Options options;
+  options.html = html;
+  options.releaseDateFormat = settings_.stringForKey(EntryTemplate::releaseDateFormatKey);
+  options.coverImageAddress = coverImageAddress(entry);
+  options.yesText = localized(QStringLiteral("Yes"));
+  return options;
+}
+
+void MyControllerShared::replaceKeysInTemplate(QString& text, Entry& entry, bool html, bool) {
+  if (!EntryTemplate::render(text, entry, entryTemplateOptions(entry, html)))
+    std::fprintf(stderr, "Template of entry %lld left unfilled: the page would pass %lld characters\n", entry.uid(),
+                 qint64(EntryTemplate::maximumLength));
+}
+
+QString MyControllerShared::templateText(const QString& name) const {
+  if (!TemplateFile::isPlainName(name)) {
+    std::fprintf(stderr, "Template name \"%s\" refused: only a file name is allowed\n", qPrintable(name));
+    return {};
+  }
+  if (const QString folder = dataFolderPath(); !folder.isEmpty()) {
+    const QString path = folder + QStringLiteral("/Templates/") + name;
+    if (QFileInfo::exists(path)) {
+      QString error;
+      if (auto text = TemplateFile::read(path, &error)) return *text;
+      std::fprintf(stderr, "Template %s not used: %s\n", qPrintable(name), qPrintable(error));
+    }
+  }
+  if (auto text = TemplateFile::read(QStringLiteral(":/templates/") + name)) return *text;
+  return {};
+}
+
+QString MyControllerShared::coverImageAddress(const Entry& entry) const {
+  const QString folder = dataFolderPath();
+  if (folder.isEmpty()) return {};
+  const QString file = QStringLiteral("%1.jpg").arg(entry.uid());
+  const QString path = folder + QStringLiteral("/Covers/") + file;
+  if (!QFileInfo(path).isFile()) return {};
+  if (!coverImageAddressPrefix_.isEmpty()) return coverImageAddressPrefix_ + file;
+  return QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
+}
 
 QVariantMap MyControllerShared::collectionTotalsDictionaryFor(const std::vector<Entry*>&, bool) { return {}; }
 

@@ -4,6 +4,7 @@
 #include "AutofillLists.h"
 #include "CollectionsController.h"
 #include "EntriesController.h"
+#include "EntryTemplate.h"
 #include "PluginManager.h"
 #include "Store.h"
 #include "StringTable.h"
@@ -88,6 +89,17 @@ class MyControllerShared {
   WindowSystem& windowSystem() const { return windowSystem_; }
   Platform& platform() const { return platform_; }
   QString dataFolderPath() const;
+  // The text of the template of that name: the user's own, <data folder>/Templates/<name>, else
+  // the built-in :/templates/<name>. Null when the name is not a plain file name or neither
+  // exists; a user template that cannot be read is logged and the built-in one used.
+  QString templateText(const QString& name) const;
+  // What "[coverImage]" gives for the entry: empty without a cover; else the prefix set here
+  // followed by "<uid>.jpg", or with no prefix the file URL of the cover in the data folder.
+  QString coverImageAddress(const Entry& entry) const;
+  // How the entry's own fields print in a template, with the user's release date format.
+  EntryTemplate::Options entryTemplateOptions(const Entry& entry, bool html) const;
+  void setCoverImageAddressPrefix(const QString& prefix) { coverImageAddressPrefix_ = prefix; }
+  const QString& coverImageAddressPrefix() const { return coverImageAddressPrefix_; }
   QList<bool> bottomFields() const;
   QString windowFooterString;
   bool multipleSelection = false;
@@ -108,4 +120,5 @@ class MyControllerShared {
   AddPanel addPanel_;
   AutofillLists comboBoxData_;
   std::unique_ptr<MyFieldsControllerShared> fieldsController_;
+  QString coverImageAddressPrefix_;
 };

@@ -17,8 +17,16 @@ QString TrackData::calculateTotalDuration() const {
 
 void TrackData::loadItunes() {
   QVariantList library = platform_.musicLibraryTracks();
+  QSet<QPair<QString, QString>> index;
+  index.reserve(library.size());
+  for (const QVariant& t : library) {
+    const QVariantMap m = t.toMap();
+    index.insert({m.value(QStringLiteral("Name")).toString().toCaseFolded(),
+                  m.value(QStringLiteral("Album")).toString().toCaseFolded()});
+  }
   std::lock_guard lock(libraryMutex_);
   library_ = std::move(library);
+  nameAndAlbum_ = std::move(index);
   libraryLoaded_ = true;
 }
 
@@ -33,14 +41,8 @@ int TrackData::libraryTrackCount() const {
 }
 
 bool TrackData::isTrackInItunes(const QVariantMap& track, const QVariantMap& mainEntry) const {
-  const QString name = track.value(QStringLiteral("name")).toString();
-  const QString album = mainEntry.value(QStringLiteral("title")).toString();
+  const QPair<QString, QString> key{track.value(QStringLiteral("name")).toString().toCaseFolded(),
+                                    mainEntry.value(QStringLiteral("title")).toString().toCaseFolded()};
   std::lock_guard lock(libraryMutex_);
-  for (const QVariant& t : library_) {
-    const QVariantMap m = t.toMap();
-    if (m.value(QStringLiteral("Name")).toString().compare(name, Qt::CaseInsensitive) == 0 &&
-        m.value(QStringLiteral("Album")).toString().compare(album, Qt::CaseInsensitive) == 0)
-      return true;
-  }
-  return false;
+  return nameAndAlbum_.contains(key);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QPair>
+#include <QSet>
 #include <QVariantList>
 #include <QVariantMap>
 #include <mutex>
@@ -21,7 +23,8 @@ class TrackData {
   void loadItunes();
   bool libraryLoaded() const;
   int libraryTrackCount() const;
-  // Whether the library has a track of that name on an album of the main entry's title.
+  // Whether the library has a track of that name on an album of the main entry's title, ignoring
+  // case. Answered from an index, as a page asks it for every track.
   bool isTrackInItunes(const QVariantMap& track, const QVariantMap& mainEntry) const;
 
  private:
@@ -29,5 +32,6 @@ class TrackData {
   QVariantList tracks_;
   mutable std::mutex libraryMutex_;
   QVariantList library_;
+  QSet<QPair<QString, QString>> nameAndAlbum_;  // case-folded
   bool libraryLoaded_ = false;
 };

@@ -1,0 +1,204 @@
+#include "EntryTemplate.h"
+
+#include "Entry.h"
+#include "TextHelpers.h"
+
+#include <QDateTime>
+#include <QHash>
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+const QString coverImageKey = QStringLiteral("coverImage");
+const QString ratingStarsKey = QStringLiteral("myRatingStars");
+const QString ifMarker = QStringLiteral("IF_");
+const QString endMarker = QStringLiteral("END_");
+// Longer than any key: bounds the look-ups made for one marker.
+constexpr qsizetype longestKey = 32;
+
+// Every key a marker may name, sorted, so that a key is looked up in the text without copying it.
+const std::vector<QString>& sortedKeys() {
+  static const std::vector<QString> keys = [] {
+    std::vector<QString> k;
+    const EntitySchema& cd = EntitySchema::cd();
+    for (const auto& attribute : cd.attributes()) k.push_back(attribute.key);
+    for (const QString& derived : cd.derivedKeys()) k.push_back(derived);
+    k.push_back(coverImageKey);
+    k.push_back(ratingStarsKey);
+    std::sort(k.begin(), k.end());
+    return k;
+  }();
+  return keys;
+}
+
+bool isKeyView(QStringView key) {
+  const auto& keys = sortedKeys();
+  const auto it = std::lower_bound(keys.begin(), keys.end(), key,
+                                   [](const QString& a, QStringView b) { return QStringView(a) < b; });
+  return it != keys.end() && QStringView(*it) == key;
+}
+
+bool isKeyCharacter(QChar c) {
+  const char16_t u = c.unicode();
+  return (u >= 'a' && u <= 'z') || (u >= 'A' && u <= 'Z') || (u >= '0' && u <= '9');
+}
+
+bool startsAt(QStringView text, qsizetype pos, QStringView literal) {
+  return text.size() - pos >= literal.size() && text.sliced(pos, literal.size()) == literal;
+}
+
+// The length of the longest key the text holds at pos, 0 for none: "IF_custom10" names
+// "custom10", not "custom1", and "IF_titleTitle:" still names "title".
+qsizetype keyLengthAt(QStringView text, qsizetype pos) {
+  qsizetype run = 0;
+  while (pos + run < text.size() && run < longestKey && isKeyCharacter(text[pos + run])) ++run;
+  for (qsizetype length = run; length > 0; --length)
+    if (isKeyView(text.sliced(pos, length))) return length;
+  return 0;
+}
+
+class Renderer {
+ public:
+  Renderer(QStringView text, const Entry& entry, const EntryTemplate::Options& options)
+      : text_(text), entry_(entry), options_(options) {}
+
+  bool run(QString* out) {
+    out->reserve(text_.size());
+    qsizetype copied = 0;
+    qsizetype i = 0;
+    const qsizetype n = text_.size();
+    auto append = [&](QStringView piece) {
+      if (out->size() + piece.size() > EntryTemplate::maximumLength) return false;
+      out->append(piece);
+      return true;
+    };
+    auto replaceMarker = [&](qsizetype markerStart, qsizetype resumeAt, const QString& value) {
+      if (!append(text_.sliced(copied, markerStart - copied)) || !append(value)) return false;
+      i = copied = resumeAt;
+      return true;
+    };
+    while (i < n) {
+      const QChar c = text_[i];
+      if (c == QLatin1Char('[')) {
+        const qsizetype length = keyLengthAt(text_, i + 1);
+        if (length > 0 && i + 1 + length < n && text_[i + 1 + length] == QLatin1Char(']')) {
+          if (!replaceMarker(i, i + length + 2, value(text_.sliced(i + 1, length).toString()))) return false;
+          continue;
+        }
+      } else if (c == QLatin1Char('I') && startsAt(text_, i, ifMarker)) {
+        const qsizetype length = keyLengthAt(text_, i + 3);
+        if (length > 0) {
+          const QString key = text_.sliced(i + 3, length).toString();
+          const qsizetype end = closingMarker(key, i + 3 + length);
+          // A section without its end marker is left for the author to see.
+          if (end >= 0) {
+            const bool keep = !value(key).isEmpty();
+            if (keep) ++open_[key];
+            if (!replaceMarker(i, keep ? i + 3 + length : end + 4 + length, QString())) return false;
+            continue;
+          }
+        }
+      } else if (c == QLatin1Char('E') && startsAt(text_, i, endMarker)) {
+        const qsizetype length = keyLengthAt(text_, i + 4);
+        if (length > 0) {
+          const auto it = open_.find(text_.sliced(i + 4, length).toString());
+          if (it != open_.end() && *it > 0) {
+            --*it;
+            if (!replaceMarker(i, i + 4 + length, QString())) return false;
+            continue;
+          }
+        }
+      }
+      ++i;
+    }
+    return append(text_.sliced(copied));
+  }
+
+ private:
+  const QString& value(const QString& key) {
+    auto it = values_.find(key);
+    if (it == values_.end()) {
+      const QString text = EntryTemplate::displayText(entry_, key, options_);
+      it = values_.insert(key, options_.html ? EntryTemplate::encodedForHTML(text) : text);
+    }
+    return *it;
+  }
+
+  // Where the first "END_KEY" at or after from starts, -1 for none. The scan only moves forward,
+  // so a search is reused until the scan passes its answer: each key's markers are searched once.
+  qsizetype closingMarker(const QString& key, qsizetype from) {
+    const auto cached = nextEnd_.constFind(key);
+    if (cached != nextEnd_.constEnd() && (*cached < 0 || *cached >= from)) return *cached;
+    const QString marker = endMarker + key;
+    qsizetype at = text_.indexOf(marker, from);
+    while (at >= 0 && keyLengthAt(text_, at + 4) != key.size()) at = text_.indexOf(marker, at + 1);
+    nextEnd_.insert(key, at);
+    return at;
+  }
+
+  QStringView text_;
+  const Entry& entry_;
+  const EntryTemplate::Options& options_;
+  QHash<QString, QString> values_;
+  QHash<QString, qsizetype> nextEnd_;
+  QHash<QString, int> open_;
+};
+
+}  // namespace
+
+bool EntryTemplate::isKey(const QString& key) { return isKeyView(key); }
+
+bool EntryTemplate::render(QString& text, const Entry& entry, const Options& options) {
+  QString out;
+  if (!Renderer(text, entry, options).run(&out)) return false;
+  text = std::move(out);
+  return true;
+}
+
+QString EntryTemplate::displayText(const Entry& entry, const QString& key, const Options& options) {
+  if (key == coverImageKey) return options.coverImageAddress;
+  if (key == ratingStarsKey) {
+    const qint64 stars = std::clamp<qint64>(entry.value(QStringLiteral("myRating")).toLongLong(), 0, 5);
+    return stars == 0 ? QString() : QString(stars, QChar(0x2605)) + QString(5 - stars, QChar(0x2606));
+  }
+  if (!isKey(key)) return {};
+  const QVariant v = entry.value(key);
+  switch (v.metaType().id()) {
+    case QMetaType::QDateTime: {
+      const QDateTime date = v.toDateTime();
+      if (!date.isValid()) return {};
+      const bool release = key == QLatin1String("releaseDate") || key == QLatin1String("originalReleaseDate");
+      const QString format = !release                             ? dateFormat
+                             : options.releaseDateFormat.isEmpty() ? QStringLiteral("yyyy")
+                                                                   : options.releaseDateFormat;
+      // Dates are kept in UTC; a year typed alone must not move to another day or year.
+      return date.toUTC().toString(format);
+    }
+    case QMetaType::Bool:
+      return v.toBool() ? options.yesText : QString();
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+      // Every integer of an entry (rating, status, counters) uses 0 for "none".
+      return v.toLongLong() == 0 ? QString() : QString::number(v.toLongLong());
+    default:
+      return v.toString();
+  }
+}
+
+QString EntryTemplate::encodedForHTML(const QString& value) {
+  const QString encoded = TextHelpers::encodeForHTML(value);
+  QString out;
+  out.reserve(encoded.size());
+  for (const QChar c : encoded) {
+    switch (c.unicode()) {
+      case '[': out += QLatin1String("&#91;"); break;
+      case ']': out += QLatin1String("&#93;"); break;
+      case '_': out += QLatin1String("&#95;"); break;
+      default: out += c;
+    }
+  }
+  return out;
+}

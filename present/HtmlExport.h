@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QString>
+#include <vector>
+
+class Entry;
+class MyControllerShared;
+
+// Writes entries as a folder of web pages that can be opened or published as they are:
+// index.html (a table of the entries and their totals), one page per entry, "<uid>.html",
+// rendered through the page template as an HTML export, and the covers in "covers/". The folder
+// is built beside the target and moved into place at the end, so a failure leaves the target as
+// it was.
+class HtmlExport {
+ public:
+  // Written into index.html; a non-empty folder without it is never replaced.
+  static inline const QString generator = QStringLiteral("Discary HTML export");
+
+  explicit HtmlExport(MyControllerShared& controller) : controller_(controller) {}
+
+  // False with the reason set when nothing was written. The folder may be missing, empty, or an
+  // earlier export (replaced as a whole).
+  bool write(const std::vector<Entry*>& entries, const QString& title, const QString& pageTemplate,
+             const QString& folder, QString* error);
+
+ private:
+  bool writePages(const std::vector<Entry*>& entries, const QString& title, const QString& pageTemplate,
+                  const QString& staging, QString* error);
+  QString indexPage(const std::vector<Entry*>& entries, const QString& title, const QString& staging);
+  bool moveIntoPlace(const QString& staging, const QString& folder, QString* error);
+
+  MyControllerShared& controller_;
+};

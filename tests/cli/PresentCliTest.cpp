@@ -1,0 +1,131 @@
+#include <QDir>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Outcome {
+  int status;
+  QByteArray out, err;
+};
+
+// show and export run end to end on a catalogue in c/, whose folder holds covers and templates.
+class PresentCliTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    Outcome added = discary({"--json", "add", "title=Blue & <Green>", "artist=Ann", "releaseDate=1999", "borrowedBy=Bo",
+                             "--track", "name=Two;position=1;duration=2:00", "--track", "name=One;position=0;artist=Cy"});
+    ASSERT_EQ(added.status, 0) << added.err.constData();
+    uid = QString::number(QJsonDocument::fromJson(added.out).object()["uid"].toInteger());
+    ASSERT_EQ(discary({"add", "title=Plain", "--collection", "Shelf"}).status, 0);
+  }
+  Outcome discary(QStringList args) {
+    QProcess p;
+    args = QStringList{"--catalogue", dir.filePath("c/Discary.sqlite"), "--settings", dir.filePath("d.conf"), "--quiet"} + args;
+    p.start(DISCARY_BINARY, args);
+    p.closeWriteChannel();
+    EXPECT_TRUE(p.waitForFinished(60000));
+    return {p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1, p.readAllStandardOutput(), p.readAllStandardError()};
+  }
+  void write(const QString& relative, const QByteArray& bytes) {
+    QDir().mkpath(QFileInfo(dir.filePath(relative)).path());
+    QFile f(dir.filePath(relative));
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write(bytes);
+  }
+  QByteArray read(const QString& relative) {
+    QFile f(dir.filePath(relative));
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+  }
+  QTemporaryDir dir;
+  QString uid;
+};
+
+TEST_F(PresentCliTest, ShowRendersAnEntryThroughATemplate) {
+  write("t.txt",
+        "[title] by [artist] ([releaseDate])\n"
+        "[tracksBegin][track:position]. [track:name]IF_Tartist / [track:artist]END_Tartist\n[tracksEnd]");
+  Outcome plain = discary({"show", uid, "--template", dir.filePath("t.txt")});
+  ASSERT_EQ(plain.status, 0) << plain.err.constData();
+  EXPECT_EQ(plain.out, "Blue & <Green> by Ann (1999)\n1. One / Cy\n2. Two\n");
+  Outcome html = discary({"show", "Plain", "--template", dir.filePath("t.txt"), "--html"});
+  EXPECT_EQ(html.out, "Plain by  ()\n[tracksBegin][track:position]. [track:name]IF_Tartist / [track:artist]END_Tartist\n[tracksEnd]");
+
+  Outcome page = discary({"show", uid, "--webview"});
+  ASSERT_EQ(page.status, 0) << page.err.constData();
+  EXPECT_TRUE(page.out.startsWith("<!DOCTYPE html>"));
+  EXPECT_TRUE(page.out.contains("<h1>Blue &amp; &lt;Green&gt;</h1>"));
+  EXPECT_TRUE(page.out.contains("On loan to Bo"));
+
+  // The user's own template of the configured name comes first.
+  write("c/Templates/Mine.html", "mine: [title]");
+  ASSERT_EQ(discary({"settings", "set", "InfoTemplate", "Mine.html"}).status, 0);
+  EXPECT_EQ(discary({"show", uid, "--html"}).out, "mine: Blue &amp; &lt;Green&gt;");
+}
+
+TEST_F(PresentCliTest, ShowAndExportRefuseWhatTheyCannotDo) {
+  struct Case {
+    QStringList args;
+    int status;
+  };
+  write("big.html", QByteArray(4 * 1024 * 1024 + 1, 'x'));
+  const Case cases[] = {
+      {{"show"}, 2},
+      {{"show", "Nothing"}, 1},
+      {{"show", uid, "--template", dir.filePath("missing.html")}, 1},
+      {{"show", uid, "--template", dir.filePath("big.html")}, 1},
+      {{"show", uid, "--template", "/dev/zero"}, 1},
+      {{"show", uid, "--frame"}, 2},
+      {{"export", "--output", dir.filePath("out")}, 2},
+      {{"export", "--format", "csv", "--output", dir.filePath("out")}, 2},
+      {{"export", "--format", "html"}, 2},
+      {{"export", "--format", "html", "--output", dir.filePath("out"), "--collection", "Nope"}, 1},
+      {{"export", "--format", "html", "--output", dir.filePath("big.html")}, 1},
+  };
+  for (const Case& c : cases) {
+    Outcome r = discary(c.args);
+    EXPECT_EQ(r.status, c.status) << qPrintable(c.args.join(' '));
+    EXPECT_EQ(r.err.count('\n'), 1) << r.err.constData();
+  }
+  EXPECT_TRUE(discary({"export", "--format", "csv", "--output", "x"}).err.contains("unknown format 'csv'"));
+  EXPECT_FALSE(QFileInfo::exists(dir.filePath("out")));
+
+  ASSERT_EQ(discary({"settings", "set", "InfoTemplate", "../d.conf"}).status, 0);
+  EXPECT_EQ(discary({"show", uid}).status, 1);
+  EXPECT_EQ(discary({"export", "--format", "html", "--output", dir.filePath("out")}).status, 1);
+  EXPECT_FALSE(QFileInfo::exists(dir.filePath("out")));
+}
+
+TEST_F(PresentCliTest, ExportWritesAFolderOfPagesWithCovers) {
+  write(QStringLiteral("c/Covers/%1.jpg").arg(uid), "jpeg bytes");
+  Outcome done = discary({"--json", "export", "--format", "html", "--output", dir.filePath("site")});
+  ASSERT_EQ(done.status, 0) << done.err.constData();
+  EXPECT_EQ(QJsonDocument::fromJson(done.out).object()["entries"].toInt(), 2);
+
+  const QByteArray index = read("site/index.html");
+  EXPECT_TRUE(index.contains(QStringLiteral("<a href=\"%1.html\">Blue &amp; &lt;Green&gt;</a>").arg(uid).toUtf8()));
+  EXPECT_TRUE(index.contains(QStringLiteral("<img src=\"covers/%1.jpg\"").arg(uid).toUtf8()));
+  EXPECT_EQ(read(QStringLiteral("site/covers/%1.jpg").arg(uid)), "jpeg bytes");
+  const QByteArray page = read(QStringLiteral("site/%1.html").arg(uid));
+  EXPECT_TRUE(page.contains(QStringLiteral("<img src=\"covers/%1.jpg\"").arg(uid).toUtf8()));
+  EXPECT_TRUE(page.contains("<td class=\"name\">One<span class=\"credit\">Cy</span>"));
+  EXPECT_FALSE(page.contains("folio://"));
+  EXPECT_EQ(QDir(dir.filePath("site")).entryList(QDir::Files).size(), 3);
+
+  // An earlier export is replaced as a whole; a folder of other files is never touched.
+  ASSERT_EQ(discary({"export", "--format", "html", "--output", dir.filePath("site"), "--collection", "Shelf"}).status, 0);
+  EXPECT_EQ(QDir(dir.filePath("site")).entryList(QDir::Files).size(), 2);
+  EXPECT_TRUE(read("site/index.html").contains("<h1>Shelf</h1>"));
+  write("mine/notes.txt", "keep");
+  Outcome refused = discary({"export", "--format", "html", "--output", dir.filePath("mine")});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_TRUE(refused.err.contains("not empty"));
+  EXPECT_EQ(QDir(dir.filePath("mine")).entryList(QDir::Files), QStringList{"notes.txt"});
+  EXPECT_EQ(QDir(dir.path()).entryList({".discary-export*"}, QDir::AllEntries | QDir::Hidden).size(), 0);
+}
+
+}  // namespace
