@@ -6,6 +6,7 @@
 #include "MyController.h"
 #include "MyFieldsControllerShared.h"
 
+#include <QColor>
 #include <QMimeData>
 #include <QSet>
 
@@ -44,10 +45,17 @@ QVariant EntryTableModel::data(const QModelIndex& index, int role) const {
   const Entry* entry = entryAt(index.row());
   if (!entry || index.column() >= columns_.size()) return {};
   const QString& key = columns_[index.column()];
+  const bool status = key == QLatin1String("statusImage");
   switch (role) {
     case Qt::DisplayRole:
+      // The status column is a dot, coloured by status; its word is in the tool tip.
+      if (status) return entry->value(QStringLiteral("status")).toLongLong() ? QStringLiteral("\u25CF") : QString();
+      return ColumnText::of(*entry, key, controller_.preferencesStandard(), controller_.frameworkBundle());
     case Qt::ToolTipRole:
       return ColumnText::of(*entry, key, controller_.preferencesStandard(), controller_.frameworkBundle());
+    case Qt::ForegroundRole:
+      if (!status) return {};
+      return QColor(entry->value(QStringLiteral("status")).toLongLong() == 1 ? QStringLiteral("#d9822b") : QStringLiteral("#3b7dd8"));
     case Qt::TextAlignmentRole: {
       const int type = controller_.fieldsController()->columnType(key, true);
       const bool number = type == ColumnTypeNumber || type == ColumnTypeStoredNumber;

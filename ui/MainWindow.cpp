@@ -89,6 +89,7 @@ QWidget* MainWindow::buildListPane() {
   list_->verticalHeader()->hide();
   list_->verticalHeader()->setDefaultSectionSize(list_->fontMetrics().height() + 8);
   list_->horizontalHeader()->setSectionsMovable(true);
+  list_->horizontalHeader()->setStretchLastSection(true);
   list_->horizontalHeader()->setHighlightSections(false);
   list_->horizontalHeader()->setContextMenuPolicy(Qt::CustomContextMenu);
   connect(list_->horizontalHeader(), &QWidget::customContextMenuRequested, this,
