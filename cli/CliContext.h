@@ -25,4 +25,6 @@ struct CliContext {
   Entry* findEntry(const QString& reference, QString* message) const;
   // Saves, or prints why not; false when the save failed.
   bool save() const;
+  // Opens the chosen catalogue (the default one without --catalogue), or prints why not.
+  bool openCatalogue() const;
 };

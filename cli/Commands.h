@@ -16,4 +16,5 @@ int remove(const CliContext& context, const QStringList& args);
 int list(const CliContext& context, const QStringList& args);
 int collections(const CliContext& context, const QStringList& args);
 int collection(const CliContext& context, const QStringList& args);
+int print(const CliContext& context, const QStringList& args);
 }  // namespace Commands

@@ -28,6 +28,9 @@ class MyController : public MyControllerShared {
   QString searchIdentifierForSearchType(int searchType) const override;
   void addValuesToAutofillForEntry(Entry& entry) override;
   QStringList commonAttributesForNamingNewCollection() const override;
+  // Prints the entry page when it has the focus; otherwise opens the print dialog over this
+  // application's list layouts and cover size.
+  void printCollection() override;
 
   // State of one import run; empty outside an import.
   const QVariantList& iTunesEntireLibrary() const { return iTunesEntireLibrary_; }

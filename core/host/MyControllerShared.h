@@ -15,6 +15,7 @@
 class Entry;
 class MyFieldsControllerShared;
 class Platform;
+class PrintController;
 class Settings;
 class WindowSystem;
 
@@ -54,6 +55,9 @@ class MyControllerShared {
   // Shows the number of selected entries beside the footer line.
   void setNumberOfSelectedInFooter();
 
+  // The Print menu action.
+  virtual void printCollection();
+
   // Services.
   static int osVersion(const Platform& platform);
   qint64 nextUID() { return store_.nextUID(); }
@@ -73,6 +77,8 @@ class MyControllerShared {
   // Deletes the entries, from the store and from view.
   void deleteEntries(const std::vector<Entry*>& entries);
   QString proposedNameForNewCollection(const std::vector<Entry*>& entries) const;
+  // The shared print panel, made on first use; printInstance() is null until then.
+  PrintController& sharedPrint();
 
   // State.
   Store& managedObjectContext() { return store_; }
@@ -86,6 +92,7 @@ class MyControllerShared {
   const StringTable& frameworkBundle() const { return strings_; }
   StringTable& frameworkBundle() { return strings_; }
   WindowSystem& windowSystem() const { return windowSystem_; }
+  PrintController* printInstance() const { return print_.get(); }
   Platform& platform() const { return platform_; }
   QString dataFolderPath() const;
   QList<bool> bottomFields() const;
@@ -108,4 +115,5 @@ class MyControllerShared {
   AddPanel addPanel_;
   AutofillLists comboBoxData_;
   std::unique_ptr<MyFieldsControllerShared> fieldsController_;
+  std::unique_ptr<PrintController> print_;
 };
