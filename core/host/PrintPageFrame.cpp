@@ -23,7 +23,10 @@ QString printable(const QString& text) {
 }  // namespace
 
 PrintPageFrame::PrintPageFrame(QPagedPaintDevice& device, Texts texts)
-    : device_(device), texts_(std::move(texts)), unitsPerPoint_(device.logicalDpiY() / 72.0) {}
+    : device_(device), texts_(std::move(texts)), unitsPerPoint_(device.logicalDpiY() / 72.0) {
+  titleBlockHeight_ = lineHeight(font(titlePoints, true)) + pt(2) + lineHeight(font(subtitlePoints)) + pt(14);
+  footerHeight_ = lineHeight(font(footerPoints)) + pt(10);
+}
 
 PrintPageFrame::~PrintPageFrame() {
   if (painter_.isActive()) painter_.end();
@@ -49,16 +52,10 @@ qreal PrintPageFrame::lineHeight(const QFont& font) const { return QFontMetricsF
 
 QRectF PrintPageFrame::pageRect() const { return QRectF(0, 0, device_.width(), device_.height()); }
 
-qreal PrintPageFrame::titleBlockHeight() const {
-  return lineHeight(font(titlePoints, true)) + pt(2) + lineHeight(font(subtitlePoints)) + pt(14);
-}
-
-qreal PrintPageFrame::footerHeight() const { return lineHeight(font(footerPoints)) + pt(10); }
-
 QRectF PrintPageFrame::contentRect(int page) const {
   QRectF r = pageRect();
-  if (page == 0) r.setTop(titleBlockHeight());
-  r.setBottom(r.bottom() - footerHeight());
+  if (page == 0) r.setTop(titleBlockHeight_);
+  r.setBottom(r.bottom() - footerHeight_);
   return r;
 }
 

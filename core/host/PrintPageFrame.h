@@ -53,11 +53,11 @@ class PrintPageFrame {
 
  private:
   QRectF pageRect() const;
-  qreal titleBlockHeight() const;
-  qreal footerHeight() const;
 
   QPagedPaintDevice& device_;
   Texts texts_;
   QPainter painter_;
   qreal unitsPerPoint_;
+  // Asked for every row laid out, so measured once.
+  qreal titleBlockHeight_ = 0, footerHeight_ = 0;
 };
