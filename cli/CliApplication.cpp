@@ -18,6 +18,7 @@ using Command = std::function<int(const CliContext&, const QStringList&)>;
 struct CommandInfo {
   Command run;
   bool needsCatalogue;
+  bool paints = false;  // draws text or pictures, so it needs a GUI application object
 };
 
 const QHash<QString, CommandInfo>& commands() {
@@ -35,19 +36,21 @@ const QHash<QString, CommandInfo>& commands() {
       {"collection", {Commands::collection, true}},
       {"show", {Commands::show, true}},
       {"export", {Commands::exportEntries, true}},
+      // Opens the catalogue itself: listing the layouts needs none.
+      {"print", {Commands::print, false, true}},
   };
   return table;
-}
-
-bool openCatalogue(MyController& controller, const QString& path) {
-  const Store::OpenResult result = controller.openCatalogue(path.isEmpty() ? MyController::defaultCataloguePath() : path);
-  if (!result.ok()) CliContext::failure(result.message);
-  return result.ok();
 }
 
 }  // namespace
 
 bool CliApplication::isCommand(const QString& word) { return commands().contains(word); }
+
+bool CliApplication::paints(const QStringList& arguments) {
+  QString message;
+  const auto options = CliOptions::parse(arguments, &message);
+  return options && commands().value(options->words.value(0)).paints;
+}
 
 int CliApplication::run(const QStringList& arguments) {
   QString message;
@@ -72,7 +75,7 @@ int CliApplication::run(const QStringList& arguments) {
 
   if (name.isEmpty()) {
     // No window system yet: start up on the catalogue and say what is in it.
-    if (!openCatalogue(controller, options->catalogue)) return 1;
+    if (!context.openCatalogue()) return 1;
     controller.applicationDidFinishLaunching();
     const Store& store = controller.managedObjectContext();
     CliContext::print(QStringLiteral("Discary %1\nCatalogue: %2\nEntries: %3, collections: %4\n"
@@ -83,6 +86,6 @@ int CliApplication::run(const QStringList& arguments) {
     return 0;
   }
   const CommandInfo& command = commands()[name];
-  if (command.needsCatalogue && !openCatalogue(controller, options->catalogue)) return 1;
+  if (command.needsCatalogue && !context.openCatalogue()) return 1;
   return command.run(context, options->words.mid(1));
 }

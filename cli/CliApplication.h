@@ -7,5 +7,8 @@
 class CliApplication {
  public:
   static bool isCommand(const QString& word);
+  // Whether the command line runs a command that paints (printing), which needs a
+  // QGuiApplication where the others start faster with a QCoreApplication.
+  static bool paints(const QStringList& arguments);
   static int run(const QStringList& arguments);
 };

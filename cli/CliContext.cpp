@@ -55,3 +55,10 @@ bool CliContext::save() const {
   failure(QStringLiteral("the catalogue could not be saved: %1").arg(error));
   return false;
 }
+
+bool CliContext::openCatalogue() const {
+  const Store::OpenResult result =
+      controller.openCatalogue(options.catalogue.isEmpty() ? MyController::defaultCataloguePath() : options.catalogue);
+  if (!result.ok()) failure(result.message);
+  return result.ok();
+}

@@ -27,4 +27,6 @@ struct CliContext {
   bool showCollection(const QString& name) const;
   // Saves, or prints why not; false when the save failed.
   bool save() const;
+  // Opens the chosen catalogue (the default one without --catalogue), or prints why not.
+  bool openCatalogue() const;
 };

@@ -1,5 +1,7 @@
 #include "CliWindowSystem.h"
 
+#include "PrintController.h"
+
 #include <QTextStream>
 #include <unistd.h>
 
@@ -24,7 +26,8 @@ int CliWindowSystem::runAlert(const QString& title, const QString& message, cons
   if (button_ > 0) return qMin(button_, int(buttons.size())) - 1;
   std::fprintf(stderr, "%s\n", qPrintable(title));
   if (!message.isEmpty()) std::fprintf(stderr, "%s\n", qPrintable(message));
-  if (!interactive_) return 0;
+  // A lone button only acknowledges: nothing to ask.
+  if (!interactive_ || buttons.size() == 1) return 0;
   QStringList choices;
   for (int i = 0; i < buttons.size(); ++i) choices << QStringLiteral("%1) %2").arg(i + 1).arg(buttons[i]);
   return ask(choices.join(QStringLiteral("  ")) + QStringLiteral(" [1]:"), int(buttons.size()));
@@ -75,3 +78,23 @@ void CliWindowSystem::drawBar() const {
 }
 
 void CliWindowSystem::displayNotice(const QString& text, double) { inform(text); }
+
+std::optional<PrintRequest> CliWindowSystem::runPrintDialog(const PrintController& panel) {
+  printDialogProblem_.clear();
+  if (!printAnswer_) return std::nullopt;
+  PrintRequest request;
+  request.covers = printAnswer_->covers;
+  request.landscape = printAnswer_->landscape;
+  request.pdfPath = printAnswer_->pdfPath;
+  if (request.covers) return request;
+  QStringList names;
+  for (const QVariant& layout : panel.listColumns()) {
+    const QString name = layout.toMap().value(PrintController::layoutNameKey).toString();
+    if (name.compare(printAnswer_->layout, Qt::CaseInsensitive) == 0) return request;
+    names << name;
+    ++request.layout;
+  }
+  printDialogProblem_ =
+      QStringLiteral("unknown layout '%1' (one of %2)").arg(printAnswer_->layout, names.join(QStringLiteral(", ")));
+  return std::nullopt;
+}

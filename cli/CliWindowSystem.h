@@ -3,6 +3,7 @@
 #include "WindowSystem.h"
 
 #include <cstdio>
+#include <optional>
 
 // The window system of the command line: alerts are answered by --button, else asked on the
 // terminal, else the first button is taken; progress is a bar on stderr when it is a terminal.
@@ -18,6 +19,19 @@ class CliWindowSystem : public WindowSystem {
   void closeProgressSheet() override;
   int choose(const QString& title, const QStringList& items) override;
   void displayNotice(const QString& text, double seconds) override;
+  std::optional<PrintRequest> runPrintDialog(const PrintController& panel) override;
+
+  // The print dialog's answer, taken from the command's options: a layout by name (any case) or
+  // the covers, into a PDF. Without one the dialog is cancelled.
+  struct PrintAnswer {
+    QString layout;
+    bool covers = false;
+    bool landscape = false;
+    QString pdfPath;
+  };
+  void answerPrintDialogWith(const PrintAnswer& answer) { printAnswer_ = answer; }
+  // Why the last print dialog could not be answered (no layout of that name), or empty.
+  const QString& printDialogProblem() const { return printDialogProblem_; }
 
   // Prints an informational line on stderr unless quiet.
   void inform(const QString& text) const;
@@ -32,4 +46,6 @@ class CliWindowSystem : public WindowSystem {
   bool barShown_ = false;
   QString title_, subtitle_;
   int count_ = 0, done_ = 0;
+  std::optional<PrintAnswer> printAnswer_;
+  QString printDialogProblem_;
 };

@@ -20,4 +20,5 @@ int totals(const CliContext& context, const QStringList& args);
 int show(const CliContext& context, const QStringList& args);
 // "export" is a keyword of the language.
 int exportEntries(const CliContext& context, const QStringList& args);
+int print(const CliContext& context, const QStringList& args);
 }  // namespace Commands

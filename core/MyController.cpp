@@ -6,9 +6,12 @@
 #include "Freedb.h"
 #include "MyFieldsController.h"
 #include "Platform.h"
+#include "PrintController.h"
+#include "PrintLayouts.h"
 #include "Settings.h"
 #include "SettingsKeys.h"
 #include "TrackMarkup.h"
+#include "WindowSystem.h"
 
 #include <QDateTime>
 #include <cstdio>
@@ -67,6 +70,23 @@ void MyController::applicationDidFinishLaunching() {
     }
   }
   MyControllerShared::applicationDidFinishLaunching();
+}
+
+void MyController::printCollection() {
+  if (windowSystem().entryPageHasFocus()) {
+    windowSystem().printEntryPage();
+    return;
+  }
+  PrintController& print = sharedPrint();
+  // Registered on every print, so a size the user stored stays theirs.
+  preferencesStandard().registerDefaults({{PrintController::coverWidthKey, QStringLiteral("350")},
+                                          {PrintController::coverHeightKey, QStringLiteral("350")}});
+  print.coverDescriptionField = frameworkBundle().localizedString(
+      QStringLiteral("PrintSize"), QStringLiteral("350 x 350 is the standard case size."),
+      StringTable::applicationTable);
+  print.setListColumns(PrintLayouts::listLayouts());
+  print.setCoverRatio(1.0);
+  print.printDialog();
 }
 
 void MyController::NSWorkspaceDidMountNotification(const QString&) {}

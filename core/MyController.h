@@ -37,6 +37,9 @@ class MyController : public MyControllerShared {
   void refreshCollectionStatistics() override;
   // The summed play time of track dictionaries (each with a "duration" text); null when 0.
   static QString totalDuration(const QVariantList& tracks);
+  // Prints the entry page when it has the focus; otherwise opens the print dialog over this
+  // application's list layouts and cover size.
+  void printCollection() override;
 
   // State of one import run; empty outside an import.
   const QVariantList& iTunesEntireLibrary() const { return iTunesEntireLibrary_; }

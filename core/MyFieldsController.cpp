@@ -4,10 +4,14 @@
 #include <algorithm>
 #include <initializer_list>
 
+#include "EntitySchema.h"
 #include "FieldTypes.h"
 #include "HostKeys.h"
 #include "Settings.h"
+#include "SettingsKeys.h"
 #include "StringTable.h"
+
+#include <QDateTime>
 
 namespace {
 
@@ -254,6 +258,41 @@ QVariantList MyFieldsController::filterMenuItems() const {
   items.append(
       QVariantMap{{nameKey, strings().localizedString(QStringLiteral("All"))}, {actionKey, int(FilterActionAll)}});
   return items;
+}
+
+QStringList MyFieldsController::listColumnIdentifiers() const {
+  QStringList identifiers;
+  for (const QVariant& column : settings().objectForKey(SettingsKeys::defaultColumns).toList()) {
+    const QString identifier = column.toMap().value(MKIdentifier).toString();
+    if (EntitySchema::cd().has(identifier) && !identifiers.contains(identifier)) identifiers << identifier;
+  }
+  return identifiers.isEmpty() ? MyFieldsControllerShared::listColumnIdentifiers() : identifiers;
+}
+
+QString MyFieldsController::displayStringForValue(const QString& identifier, const QVariant& value) const {
+  if (identifier == QLatin1StringView("releaseDate") && value.metaType().id() == QMetaType::QDateTime) {
+    const QString format = settings().stringForKey(SettingsKeys::releaseDateFormat);
+    if (!format.trimmed().isEmpty()) return value.toDateTime().toUTC().toString(format);
+  }
+  switch (columnType(identifier, false)) {
+    case ColumnTypeRating: {
+      if (!value.isValid()) return {};
+      const int stars = int(qBound(qint64(0), value.toLongLong(), qint64(5)));
+      return stars == 0 ? QString() : QString(stars, QChar(0x2605)) + QString(5 - stars, QChar(0x2606));
+    }
+    case ColumnTypeImage:
+    case ColumnTypeStoredNumber:
+      if (identifier == QLatin1StringView("statusImage") || identifier == QLatin1StringView("status")) {
+        const qint64 status = value.toLongLong();
+        return status == 1 ? strings().localizedString(QStringLiteral("Borrowed"))
+               : status == 2 ? strings().localizedString(QStringLiteral("Wanted"))
+                             : QString();
+      }
+      break;
+    default:
+      break;
+  }
+  return MyFieldsControllerShared::displayStringForValue(identifier, value);
 }
 
 void MyFieldsController::sortByShownName(QVariantList& fields) const {

@@ -18,6 +18,8 @@ class MyFieldsController : public MyFieldsControllerShared {
   QVariantList columnFields() override;
   float widthForColumn(const QString& identifier) override;
   QVariantList filterMenuItems() const override;
+  QStringList listColumnIdentifiers() const override;
+  QString displayStringForValue(const QString& identifier, const QVariant& value) const override;
 
  private:
   void sortByShownName(QVariantList& fields) const;

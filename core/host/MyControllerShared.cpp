@@ -5,6 +5,7 @@
 #include "HostKeys.h"
 #include "MyFieldsControllerShared.h"
 #include "Platform.h"
+#include "PrintController.h"
 #include "Settings.h"
 #include "TemplateFile.h"
 #include "TextHelpers.h"
@@ -261,4 +262,11 @@ void MyControllerShared::refreshCollectionStatistics() {
 
 void MyControllerShared::setNumberOfSelectedInFooter() {
   windowSystem_.footerDidChange(windowFooterString, qsizetype(entriesController_.selectedObjects().size()));
+}
+
+void MyControllerShared::printCollection() {}
+
+PrintController& MyControllerShared::sharedPrint() {
+  if (!print_) print_ = std::make_unique<PrintController>(*this);
+  return *print_;
 }

@@ -16,6 +16,7 @@
 class Entry;
 class MyFieldsControllerShared;
 class Platform;
+class PrintController;
 class Settings;
 class WindowSystem;
 
@@ -55,6 +56,9 @@ class MyControllerShared {
   // Shows the number of selected entries beside the footer line.
   void setNumberOfSelectedInFooter();
 
+  // The Print menu action.
+  virtual void printCollection();
+
   // Services.
   static int osVersion(const Platform& platform);
   qint64 nextUID() { return store_.nextUID(); }
@@ -74,6 +78,8 @@ class MyControllerShared {
   // Deletes the entries, from the store and from view.
   void deleteEntries(const std::vector<Entry*>& entries);
   QString proposedNameForNewCollection(const std::vector<Entry*>& entries) const;
+  // The shared print panel, made on first use; printInstance() is null until then.
+  PrintController& sharedPrint();
 
   // State.
   Store& managedObjectContext() { return store_; }
@@ -87,6 +93,7 @@ class MyControllerShared {
   const StringTable& frameworkBundle() const { return strings_; }
   StringTable& frameworkBundle() { return strings_; }
   WindowSystem& windowSystem() const { return windowSystem_; }
+  PrintController* printInstance() const { return print_.get(); }
   Platform& platform() const { return platform_; }
   QString dataFolderPath() const;
   // The text of the template of that name: the user's own, <data folder>/Templates/<name>, else
@@ -121,4 +128,5 @@ class MyControllerShared {
   AutofillLists comboBoxData_;
   std::unique_ptr<MyFieldsControllerShared> fieldsController_;
   QString coverImageAddressPrefix_;
+  std::unique_ptr<PrintController> print_;
 };

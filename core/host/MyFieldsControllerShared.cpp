@@ -4,6 +4,9 @@
 #include "Settings.h"
 #include "StringTable.h"
 
+#include <QDateTime>
+#include <QLocale>
+
 int MyFieldsControllerShared::fieldTypeForIdentifier(const QString&) const { return 1; }
 
 int MyFieldsControllerShared::columnType(const QString&, bool) const { return 7; }
@@ -48,4 +51,15 @@ std::optional<QString> MyFieldsControllerShared::customFieldWithTitle(const QStr
   for (auto it = titles.begin(); it != titles.end(); ++it)
     if (it.value().toString().compare(title, Qt::CaseInsensitive) == 0) return it.key();
   return std::nullopt;
+}
+
+QString MyFieldsControllerShared::displayStringForValue(const QString&, const QVariant& value) const {
+  switch (value.metaType().id()) {
+    case QMetaType::QDateTime:
+      return QLocale().toString(value.toDateTime().toUTC().date(), QStringLiteral("d MMM yyyy"));
+    case QMetaType::Bool:
+      return value.toBool() ? QStringLiteral("\u2713") : QString();
+    default:
+      return value.toString();
+  }
 }

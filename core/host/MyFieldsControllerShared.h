@@ -32,6 +32,10 @@ class MyFieldsControllerShared {
   virtual QVariantList columnFields() { return editFields(); }
   virtual float widthForColumn(const QString& identifier);
   virtual QVariantList filterMenuItems() const { return {}; }
+  // The entry list's columns in the user's order; printing the current view prints them.
+  virtual QStringList listColumnIdentifiers() const { return {QStringLiteral("title")}; }
+  // A value as a list cell or a printout shows it: dates as a readable day, true as a check mark.
+  virtual QString displayStringForValue(const QString& identifier, const QVariant& value) const;
 
   // allFields with the user's switches applied: a field the user switched on loses "isOff",
   // one switched off gains it.

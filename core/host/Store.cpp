@@ -464,11 +464,16 @@ QStringList Store::collectionNamesOf(const Entry& entry) const {
   return names;
 }
 
+QString Store::coverPathOf(qint64 uid) const {
+  if (path_.isEmpty() || path_ == QLatin1String(":memory:")) return {};
+  return QFileInfo(path_).absolutePath() + QStringLiteral("/Covers/%1.jpg").arg(uid);
+}
+
 QVariant Store::derivedValue(const Entry& entry, const QString& key) const {
   if (key == QLatin1String("collectionNames")) return collectionNamesOf(entry).join(QStringLiteral(", "));
   if (key == QLatin1String("hasCoverImage")) {
-    const QString dir = QFileInfo(path_).absolutePath();
-    return path_ != QLatin1String(":memory:") && QFile::exists(dir + QStringLiteral("/Covers/%1.jpg").arg(entry.uid()));
+    const QString cover = coverPathOf(entry.uid());
+    return !cover.isEmpty() && QFile::exists(cover);
   }
   if (key == QLatin1String("statusImage")) return entry.value(QStringLiteral("status")).toLongLong();
   return {};

@@ -78,6 +78,9 @@ class Store : public ObjectContext {
   void addEntryToCollection(Entry* entry, Collection* collection);
   void removeEntryFromCollection(Entry* entry, Collection* collection);
   QStringList collectionNamesOf(const Entry& entry) const;
+  // Where the entry's cover picture is kept, "Covers/<uid>.jpg" in the data folder; empty for a
+  // store that has no folder.
+  QString coverPathOf(qint64 uid) const;
 
   // Called after every notifying change of an entry or of the collections.
   void addChangeListener(std::function<void(Entry* entry, const QString& key)> listener);

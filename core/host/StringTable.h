@@ -10,6 +10,8 @@ class StringTable {
  public:
   static inline const QString defaultTable = QStringLiteral("Localizable");
   static inline const QString fieldsTable = QStringLiteral("Fields");
+  // The application's own texts, apart from the framework's.
+  static inline const QString applicationTable = QStringLiteral("RealTitles");
 
   QString localizedString(const QString& key, const QString& value = {}, const QString& table = {}) const;
   // Texts added at run time override the built-in ones (tests, user translations).

@@ -1,7 +1,12 @@
 #pragma once
 
+#include "PrintRequest.h"
+
 #include <QString>
 #include <QStringList>
+#include <optional>
+
+class PrintController;
 
 // How the product asks and tells the user things: the GUI shows dialogs and sheets, the command
 // line prints and prompts, tests answer from a script.
@@ -21,6 +26,15 @@ class WindowSystem {
   virtual int choose(const QString& title, const QStringList& items) = 0;
   // A transient notice over the window for that many seconds.
   virtual void displayNotice(const QString& text, double seconds) = 0;
+  // Whether the page view showing one entry has the focus of the front window, and printing
+  // that page as it is shown.
+  virtual bool entryPageHasFocus() const { return false; }
+  virtual void printEntryPage() {}
+  // Runs the print dialog over the panel's layouts and cover settings; nullopt when cancelled.
+  virtual std::optional<PrintRequest> runPrintDialog(const PrintController& panel) {
+    Q_UNUSED(panel);
+    return std::nullopt;
+  }
   // The footer line under the entry list and the number of selected entries beside it.
   virtual void footerDidChange(const QString& footer, qsizetype selectedCount) {
     Q_UNUSED(footer);

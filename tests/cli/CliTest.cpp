@@ -143,4 +143,44 @@ TEST_F(CliTest, CatalogueThatIsNotACatalogueIsRefused) {
   EXPECT_EQ(QFileInfo(bad.fileName()).size(), 4096);
 }
 
+TEST_F(CliTest, PrintListsTheLayoutsAndPrintsCollectionsToPdf) {
+  const QJsonArray layouts = discary({"--json", "print", "--layouts"}).json().toArray();
+  ASSERT_EQ(layouts.size(), 5);
+  const QJsonArray infoColumns{"title", ".34", "artist", ".20", "genre", ".20", "myRating", ".16", "duration", ".10"};
+  EXPECT_EQ(layouts[0].toObject(),
+            (QJsonObject{{"name", "Info"},
+                         {"description", "Prints Title, Artist, Genre, My Rating and Duration for the selected collection."},
+                         {"columns", infoColumns}}));
+  EXPECT_EQ(layouts[4].toObject().value("name").toString(), "Custom");
+  EXPECT_FALSE(layouts[4].toObject().contains("columns"));
+  EXPECT_TRUE(discary({"print", "--layouts"}).out.contains("Classical\n"));
+  EXPECT_FALSE(QFile::exists(dir.filePath("c/Discary.sqlite")));  // the layouts need no catalogue
+
+  ASSERT_EQ(discary({"add", "title=Kind of Blue", "artist=Miles Davis", "myRating=5", "--collection", "Jazz"}).status,
+            0);
+  ASSERT_EQ(discary({"add", "title=Blue Train", "artist=John Coltrane"}).status, 0);
+  const QString pdf = dir.filePath("info.pdf");
+  Outcome printed = discary({"--json", "print", "--layout", "info", "--pdf", pdf, "--collection", "Jazz"});
+  ASSERT_EQ(printed.status, 0) << printed.err.constData();
+  EXPECT_EQ(printed.json().toObject()["pages"].toInt(), 1);
+  QFile file(pdf);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  EXPECT_TRUE(file.readAll().startsWith("%PDF"));
+  EXPECT_EQ(discary({"print", "--covers", "--landscape", "--pdf", dir.filePath("covers.pdf")}).status, 0);
+  EXPECT_TRUE(QFile::exists(dir.filePath("covers.pdf")));
+
+  Outcome unknown = discary({"print", "--layout", "Poster", "--pdf", pdf});
+  EXPECT_EQ(unknown.status, 2);
+  EXPECT_EQ(unknown.err.count('\n'), 1) << unknown.err.constData();
+  EXPECT_TRUE(unknown.err.contains("Poster"));
+  const QString unwritable = dir.filePath("no/such/folder/out.pdf");
+  Outcome failed = discary({"print", "--layout", "Info", "--pdf", unwritable});
+  EXPECT_EQ(failed.status, 1);
+  EXPECT_TRUE(failed.err.contains(unwritable.toUtf8())) << failed.err.constData();
+  EXPECT_EQ(discary({"print", "--layout", "Info", "--pdf", pdf, "--collection", "Rock"}).status, 1);
+  const QList<QStringList> usageErrors{{"print"}, {"print", "--layout", "Info"}, {"print", "--layouts", "--covers"}};
+  for (const QStringList& args : usageErrors)
+    EXPECT_EQ(discary(args).status, 2) << qPrintable(args.join(' '));
+}
+
 }  // namespace

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <QDateTime>
+#include <QLocale>
 #include <QTemporaryDir>
 #include <optional>
 #include <ostream>
@@ -281,6 +283,35 @@ TEST_F(MyFieldsControllerTest, FilterMenuItems) {
     EXPECT_EQ(item.value("field"), expected[i].field ? QVariant(QString::fromLatin1(expected[i].field)) : QVariant());
     EXPECT_EQ(item.value("action").toInt(), expected[i].action);
   }
+}
+
+TEST_F(MyFieldsControllerTest, ValuesShowAsPeopleReadThem) {
+  const QLocale before;
+  QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
+  const QDateTime day(QDate(1999, 3, 4), QTime(12, 0), Qt::UTC);
+  auto shown = [&](const char* identifier, const QVariant& value) {
+    return controller.displayStringForValue(QString::fromLatin1(identifier), value);
+  };
+  EXPECT_EQ(shown("purchasedOn", day), "4 Mar 1999");
+  EXPECT_EQ(shown("releaseDate", day), "4 Mar 1999");  // no release date format registered
+  settings.setObject("releaseDateFormat", "yyyy");
+  EXPECT_EQ(shown("releaseDate", day), "1999");
+  settings.setObject("releaseDateFormat", "MMMM yyyy");
+  EXPECT_EQ(shown("releaseDate", QDateTime(QDate(1959, 12, 31), QTime(23, 30), Qt::OffsetFromUTC, -3600)), "January 1960");
+
+  EXPECT_EQ(shown("myRating", qint64(3)), "\u2605\u2605\u2605\u2606\u2606");
+  EXPECT_EQ(shown("myRating", qint64(99)), "\u2605\u2605\u2605\u2605\u2605");
+  EXPECT_EQ(shown("myRating", qint64(0)), "");
+  EXPECT_EQ(shown("myRating", qint64(-4)), "");
+  EXPECT_EQ(shown("myRating", QVariant()), "");
+  EXPECT_EQ(shown("customCheckbox1", true), "\u2713");
+  EXPECT_EQ(shown("customCheckbox1", false), "");
+  EXPECT_EQ(shown("statusImage", qint64(1)), "Borrowed");
+  EXPECT_EQ(shown("status", qint64(2)), "Wanted");
+  EXPECT_EQ(shown("statusImage", qint64(0)), "");
+  EXPECT_EQ(shown("price", "12.50"), "12.50");
+  EXPECT_EQ(shown("title", QVariant()), "");
+  QLocale::setDefault(before);
 }
 
 }  // namespace

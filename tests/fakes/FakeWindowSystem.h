@@ -3,6 +3,7 @@
 #include "WindowSystem.h"
 
 #include <QStringList>
+#include <optional>
 
 // Answers alerts and choosers from a script and records what the user would have seen.
 class FakeWindowSystem : public WindowSystem {
@@ -24,9 +25,19 @@ class FakeWindowSystem : public WindowSystem {
     noticeSeconds = seconds;
   }
 
+  bool entryPageHasFocus() const override { return entryPageFocused; }
+  void printEntryPage() override { ++entryPagesPrinted; }
+  std::optional<PrintRequest> runPrintDialog(const PrintController&) override {
+    ++printDialogs;
+    return printAnswer;
+  }
+
   QList<int> alertAnswers;
   int chooseAnswer = 0;
   QStringList alerts, progressTitles, notices;
   int openSheets = 0;
   double noticeSeconds = 0;
+  bool entryPageFocused = false;
+  int entryPagesPrinted = 0, printDialogs = 0;
+  std::optional<PrintRequest> printAnswer;  // nullopt cancels the print dialog
 };
