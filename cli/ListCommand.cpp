@@ -1,5 +1,4 @@
 #include "CliContext.h"
-#include "ColumnText.h"
 #include "Commands.h"
 #include "Entry.h"
 #include "EntryJson.h"
@@ -57,7 +56,7 @@ int list(const CliContext& context, const QStringList& words) {
   for (Entry* e : entries) {
     QStringList row{QString::number(e->uid())};
     for (const QString& c : columns)
-      row << ColumnText::of(*e, c, controller.preferencesStandard(), controller.frameworkBundle());
+      row << controller.fieldsController()->displayStringForValue(c, e->value(c));
     table.addRow(row);
   }
   CliContext::print(table.toString());

@@ -1,6 +1,5 @@
 #include "EntryTableModel.h"
 
-#include "ColumnText.h"
 #include "Entry.h"
 #include "FieldTypes.h"
 #include "MyController.h"
@@ -50,9 +49,9 @@ QVariant EntryTableModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
       // The status column is a dot, coloured by status; its word is in the tool tip.
       if (status) return entry->value(QStringLiteral("status")).toLongLong() ? QStringLiteral("\u25CF") : QString();
-      return ColumnText::of(*entry, key, controller_.preferencesStandard(), controller_.frameworkBundle());
+      return controller_.fieldsController()->displayStringForValue(key, entry->value(key));
     case Qt::ToolTipRole:
-      return ColumnText::of(*entry, key, controller_.preferencesStandard(), controller_.frameworkBundle());
+      return controller_.fieldsController()->displayStringForValue(key, entry->value(key));
     case Qt::ForegroundRole:
       if (!status) return {};
       return QColor(entry->value(QStringLiteral("status")).toLongLong() == 1 ? QStringLiteral("#d9822b") : QStringLiteral("#3b7dd8"));
