@@ -54,6 +54,7 @@ MainWindow::MainWindow(MyController& controller, QtWindowSystem& windowSystem)
   page_->setObjectName(QStringLiteral("page"));
   page_->setOpenLinks(false);
   page_->setFocusPolicy(Qt::StrongFocus);
+  windowSystem_.setPageView(page_);
 
   splitter_ = new QSplitter(this);
   splitter_->addWidget(collections_);
@@ -125,6 +126,9 @@ void MainWindow::buildMenus() {
   QMenu* file = menuBar()->addMenu(tr("&File"));
   action(file, tr("&New Catalogue…"), QKeySequence(), &MainWindow::newCatalogue);
   action(file, tr("&Open Catalogue…"), QKeySequence::Open, &MainWindow::openCatalogue);
+  file->addSeparator();
+  // With the entry page focused this prints the page; otherwise the collection, in a layout.
+  action(file, tr("&Print…"), QKeySequence::Print, [this] { controller_.printCollection(); });
   file->addSeparator();
   action(file, tr("&Preferences…"), QKeySequence::Preferences, &MainWindow::showPreferences)
       ->setMenuRole(QAction::PreferencesRole);

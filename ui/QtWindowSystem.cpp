@@ -1,8 +1,13 @@
 #include "QtWindowSystem.h"
 
 #include "NoticeOverlay.h"
+#include "PrintDialog.h"
 
 #include <QApplication>
+#include <QFileDialog>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QTextBrowser>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QProgressDialog>
@@ -68,4 +73,32 @@ void QtWindowSystem::displayNotice(const QString& text, double seconds) {
 
 void QtWindowSystem::footerDidChange(const QString& footer, qsizetype selectedCount) {
   Q_EMIT footerChanged(footer, selectedCount);
+}
+
+QtWindowSystem::~QtWindowSystem() = default;
+
+bool QtWindowSystem::entryPageHasFocus() const { return page_ && page_->hasFocus(); }
+
+void QtWindowSystem::printEntryPage() {
+  if (!page_) return;
+  QPrinter printer(QPrinter::HighResolution);
+  QPrintDialog dialog(&printer, window_);
+  if (dialog.exec() == QDialog::Accepted) page_->print(&printer);
+}
+
+std::optional<PrintRequest> QtWindowSystem::runPrintDialog(const PrintController& panel) {
+  PrintDialog dialog(panel, window_);
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  PrintRequest request = dialog.request();
+  if (dialog.destination() == PrintDialog::Destination::Pdf) {
+    request.pdfPath = QFileDialog::getSaveFileName(window_, tr("Save as PDF"), tr("Collection.pdf"), tr("PDF files (*.pdf)"));
+    if (request.pdfPath.isEmpty()) return std::nullopt;
+    return request;
+  }
+  printer_ = std::make_unique<QPrinter>(QPrinter::HighResolution);
+  printer_->setPageOrientation(request.landscape ? QPageLayout::Landscape : QPageLayout::Portrait);
+  QPrintDialog printDialog(printer_.get(), window_);
+  if (printDialog.exec() != QDialog::Accepted) return std::nullopt;
+  request.device = printer_.get();
+  return request;
 }

@@ -4,8 +4,13 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QPrinter>
+#include <QTextBrowser>
+#include <memory>
+
 
 class QProgressDialog;
+
 class QWidget;
 
 // The window system of the desktop application: message boxes for alerts, a window-modal
@@ -13,8 +18,11 @@ class QWidget;
 class QtWindowSystem : public QObject, public WindowSystem {
   Q_OBJECT
  public:
+  ~QtWindowSystem() override;
   // Dialogs are shown over the window; until there is one they are free-standing.
   void setWindow(QWidget* window) { window_ = window; }
+  // The view that shows the selected entry's page.
+  void setPageView(QTextBrowser* page) { page_ = page; }
 
   int runAlert(const QString& title, const QString& message, const QStringList& buttons) override;
   void showProgressSheet(const QString& title, const QString& subtitle, int count) override;
@@ -25,6 +33,9 @@ class QtWindowSystem : public QObject, public WindowSystem {
   int choose(const QString& title, const QStringList& items) override;
   void displayNotice(const QString& text, double seconds) override;
   void footerDidChange(const QString& footer, qsizetype selectedCount) override;
+  bool entryPageHasFocus() const override;
+  void printEntryPage() override;
+  std::optional<PrintRequest> runPrintDialog(const PrintController& panel) override;
 
  Q_SIGNALS:
   void footerChanged(const QString& footer, qsizetype selectedCount);
@@ -32,4 +43,7 @@ class QtWindowSystem : public QObject, public WindowSystem {
  private:
   QPointer<QWidget> window_;
   QPointer<QProgressDialog> progress_;
+  QPointer<QTextBrowser> page_;
+  // Lives until the next print: the print controller paints on it after the dialog closed.
+  std::unique_ptr<QPrinter> printer_;
 };

@@ -38,6 +38,8 @@ bool PrintController::fail(const QString& message) {
   return false;
 }
 
+Settings& PrintController::settings() const { return controller_.preferencesStandard(); }
+
 void PrintController::printDialog() {
   lastError_.clear();
   lastPageCount_ = 0;

@@ -9,6 +9,7 @@
 #include <vector>
 
 class MyControllerShared;
+class Settings;
 class QPagedPaintDevice;
 
 // The shared print panel. The product hands it its list layouts and cover settings; the window
@@ -45,6 +46,8 @@ class PrintController {
 
   // The columns a layout prints, their fractions adding up to 1.
   std::vector<CollectionPrinter::Column> columnsOfLayout(int index) const;
+  // The settings the print panel reads and stores (the cover size).
+  Settings& settings() const;
   // In points, from the settings; a size that is missing or not a number follows the other.
   QSizeF coverSize() const;
 

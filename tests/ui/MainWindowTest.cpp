@@ -6,6 +6,8 @@
 #include "GuiApplication.h"
 #include "MainWindow.h"
 #include "MyController.h"
+#include "PrintController.h"
+#include "PrintDialog.h"
 #include "QtWindowSystem.h"
 #include "Settings.h"
 #include "TrackTable.h"
@@ -36,11 +38,25 @@ void answerNextMessageBox(const QString& button) {
   });
 }
 
+// The real print panel, answered without showing it: the chosen layout, to a PDF.
+class ScriptedWindowSystem : public QtWindowSystem {
+ public:
+  QString pdf;
+  int layout = 0;
+  std::optional<PrintRequest> runPrintDialog(const PrintController& panel) override {
+    PrintDialog dialog(panel);
+    dialog.selectLayout(layout);
+    PrintRequest request = dialog.request();
+    request.pdfPath = pdf;
+    return request;
+  }
+};
+
 class MainWindowTest : public ::testing::Test {
  protected:
   QTemporaryDir dir;
   Settings settings{dir.filePath("discary.conf")};
-  QtWindowSystem windowSystem;
+  ScriptedWindowSystem windowSystem;
   FakePlatform platform;
   std::unique_ptr<MyController> controller;
 
@@ -151,6 +167,19 @@ TEST_F(MainWindowTest, AddAndEditThroughThePanel) {
 
   window.reloadAll();
   EXPECT_TRUE(window.footer()->text().startsWith("4 Albums")) << window.footer()->text().toStdString();
+}
+
+TEST_F(MainWindowTest, PrintsTheShownCollectionToPdf) {
+  MainWindow window(*controller, windowSystem);
+  windowSystem.pdf = dir.filePath("jazz.pdf");
+  windowSystem.layout = 4;  // Custom: the list's own columns
+  window.applyFilter({{"field", "genre"}, {"action", 1}}, "Jazz");
+  controller->printCollection();
+  QFile pdf(windowSystem.pdf);
+  ASSERT_TRUE(pdf.open(QIODevice::ReadOnly));
+  EXPECT_TRUE(pdf.read(5) == "%PDF-");
+  EXPECT_EQ(controller->printInstance()->lastPageCount(), 1);
+  EXPECT_EQ(settings.stringForKey("Print Cover Width"), "350");
 }
 
 TEST_F(MainWindowTest, AnUnopenableCatalogueOffersAnotherFileAndQuitsCleanly) {
