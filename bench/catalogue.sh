@@ -19,3 +19,6 @@ for i in 1 2 3; do
   ms=$(( ($(date +%s%N) - start) / 1000000 ))
   printf 'list --json\t%s\t%d.%03d\t%s bytes\n' "$n" $((ms / 1000)) $((ms % 1000)) "$(stat -c %s "$work/list.json")"
 done
+for i in 1 2 3; do
+  /usr/bin/time -f "window peak RSS %M KB" "$dir/bench/window_bench" "$db"
+done
