@@ -36,6 +36,7 @@ const QHash<QString, CommandInfo>& commands() {
       {"collection", {Commands::collection, true}},
       {"show", {Commands::show, true}},
       {"export", {Commands::exportEntries, true}},
+      {"link", {Commands::link, true}},
       // Opens the catalogue itself: listing the layouts needs none.
       {"print", {Commands::print, false, true}},
   };

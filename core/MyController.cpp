@@ -5,6 +5,7 @@
 #include "Entry.h"
 #include "Freedb.h"
 #include "MyFieldsController.h"
+#include "NewLinkProcessor.h"
 #include "Platform.h"
 #include "PrintController.h"
 #include "PrintLayouts.h"
@@ -150,3 +151,5 @@ void MyController::refreshCollectionStatistics() {
 }
 
 QString MyController::totalDuration(const QVariantList& tracks) { return CollectionTotals::totalDuration(tracks); }
+
+void MyController::processNewLink(Link& link) { NewLinkProcessor(*this).process(link); }

@@ -32,6 +32,8 @@ class MyController : public MyControllerShared {
   // The entry's own fields, then the track rows.
   void replaceKeysInTemplate(QString& text, Entry& entry, bool html, bool webView) override;
 
+  void processNewLink(Link& link) override;
+
   // Footer totals: see CollectionTotals.
   QVariantMap collectionTotalsDictionaryFor(const std::vector<Entry*>& entries, bool footer) override;
   void refreshCollectionStatistics() override;

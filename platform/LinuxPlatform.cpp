@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QMimeDatabase>
 #include <QProcess>
 #include <QSocketNotifier>
 #include <QSysInfo>
@@ -89,4 +90,17 @@ void LinuxPlatform::mountTableChanged() {
 
 bool LinuxPlatform::eject(const QString& volumePath) {
   return QProcess::execute(QStringLiteral("eject"), {volumePath}) == 0;
+}
+
+QString LinuxPlatform::applicationForFile(const QString& path) const {
+  const QString type = QMimeDatabase().mimeTypeForFile(path).name();
+  QProcess query;
+  query.start(QStringLiteral("xdg-mime"), {QStringLiteral("query"), QStringLiteral("default"), type});
+  if (!query.waitForFinished(3000) || query.exitStatus() != QProcess::NormalExit || query.exitCode() != 0) {
+    query.kill();
+    return {};
+  }
+  QString desktopFile = QString::fromUtf8(query.readAllStandardOutput()).trimmed().section(QLatin1Char('\n'), 0, 0);
+  if (desktopFile.endsWith(QLatin1String(".desktop"))) desktopFile.chop(8);
+  return desktopFile;
 }

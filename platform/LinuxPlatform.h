@@ -23,6 +23,9 @@ class LinuxPlatform : public QObject, public Platform {
   QStringList mountedRemovableVolumes() const override;
   bool eject(const QString& volumePath) override;
   QVariantList musicLibraryTracks() override { return {}; }
+  // The file's MIME type by name and content, then the desktop's default application for it as
+  // `xdg-mime query default` answers.
+  QString applicationForFile(const QString& path) const override;
 
   struct Mount {
     QString device, mountPoint, type;

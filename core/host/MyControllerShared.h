@@ -14,6 +14,7 @@
 #include <memory>
 
 class Entry;
+class Link;
 class MyFieldsControllerShared;
 class Platform;
 class PrintController;
@@ -48,6 +49,9 @@ class MyControllerShared {
   // (html only), plain text (neither). This base fills the entry's own fields; an override calls
   // it first.
   virtual void replaceKeysInTemplate(QString& text, Entry& entry, bool html, bool webView);
+
+  // Finishes a link just added to an entry (moving and typing it); the base leaves it as it is.
+  virtual void processNewLink(Link& link) { Q_UNUSED(link); }
 
   // Footer hooks: the totals of the entries as formatted texts (with footer, only those the
   // footer shows), and the footer line rebuilt whenever the list or the selection changes.

@@ -19,4 +19,10 @@ class Platform {
   // The tracks of the music player's library as track dictionaries; empty when there is no
   // player library to read. May be called on a background thread.
   virtual QVariantList musicLibraryTracks() = 0;
+  // The name of the application the desktop opens the file with (without ".desktop" or ".app"),
+  // or empty when it names none.
+  virtual QString applicationForFile(const QString& path) const {
+    Q_UNUSED(path);
+    return {};
+  }
 };

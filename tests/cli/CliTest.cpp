@@ -92,6 +92,16 @@ TEST_F(CliTest, TotalsOfTheListOrOfASelection) {
   EXPECT_EQ(discary({"totals", "--collection", "nosuch"}).status, 1);
 }
 
+TEST_F(CliTest, LinkAddFinishesTheLink) {
+  ASSERT_EQ(discary({"add", "title=Blue"}).status, 0);
+  Outcome added = discary({"--json", "link", "add", "Blue", "--name", "Rolling Stone Review", "--url", "https://example.org/blue"});
+  ASSERT_EQ(added.status, 0) << added.err.constData();
+  EXPECT_EQ(added.json().toObject()["type"].toString(), "review");
+  EXPECT_EQ(discary({"--json", "list"}).json().toArray()[0].toObject()["links"].toArray().size(), 1);
+  EXPECT_EQ(discary({"link", "add", "Nothing", "--url", "https://example.org"}).status, 1);
+  EXPECT_EQ(discary({"link", "add", "Blue", "--name", "x"}).status, 2);
+}
+
 TEST_F(CliTest, UsageErrorsExitTwoWithOneLine) {
   const QList<QStringList> cases = {{"frobnicate"},        {"--frob"},           {"add", "nosuch=1"},
                                     {"add", "myRating=lots"}, {"list", "--what"},  {"fields", "--columns", "--feed"},

@@ -2,6 +2,8 @@
 
 #include "Platform.h"
 
+#include <QHash>
+
 #include <atomic>
 #include <vector>
 
@@ -15,9 +17,11 @@ class FakePlatform : public Platform {
   QVariantList musicLibraryTracks() override;
 
   void mount(const QString& path);
+  QString applicationForFile(const QString& path) const override { return applications.value(path); }
 
   QStringList volumes, ejected;
   QVariantList library;
+  QHash<QString, QString> applications;  // file path -> the application that opens it
   std::atomic<int> libraryReads{0};
   std::vector<std::function<void(const QString&)>> mountHandlers;
 };
