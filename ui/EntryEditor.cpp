@@ -5,6 +5,7 @@
 #include "Entry.h"
 #include "FieldTypes.h"
 #include "HostKeys.h"
+#include "LinksTable.h"
 #include "MyController.h"
 #include "MyFieldsControllerShared.h"
 #include "Store.h"
@@ -50,13 +51,18 @@ QWidget* formPage(QFormLayout** form) {
 }  // namespace
 
 EntryEditor::EntryEditor(MyController& controller, Entry* entry, QWidget* parent)
-    : QDialog(parent), controller_(controller), entry_(entry), tracks_(new TrackTable) {
+    : QDialog(parent),
+      controller_(controller),
+      entry_(entry),
+      tracks_(new TrackTable),
+      links_(new LinksTable(controller.dataFolderPath())) {
   setWindowTitle(entry ? tr("Edit \u201C%1\u201D").arg(entry->stringValue(QStringLiteral("title"))) : tr("Add Entry"));
   setObjectName(QStringLiteral("entryEditor"));
   QFormLayout *mainForm = nullptr, *extraForm = nullptr;
   auto* tabs = new QTabWidget(this);
   tabs->addTab(formPage(&mainForm), tr("Album"));
   tabs->addTab(tracks_, tr("Tracks"));
+  tabs->addTab(links_, tr("Links"));
   tabs->addTab(formPage(&extraForm), tr("Loan, Purchase and More"));
 
   MyFieldsControllerShared& fields = *controller_.fieldsController();
@@ -95,6 +101,13 @@ EntryEditor::EntryEditor(MyController& controller, Entry* entry, QWidget* parent
       tracks << track;
     }
     tracks_->setTracks(tracks);
+    QVariantList links;
+    shownLinks_ = entry_->linksSortedByPosition();
+    for (Link* l : shownLinks_)
+      links << QVariantMap{{"name", l->stringValue(QStringLiteral("name"))},
+                           {"url", l->stringValue(QStringLiteral("url"))},
+                           {"type", l->stringValue(QStringLiteral("type"))}};
+    links_->setLinks(links);
   }
 
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel, this);
@@ -215,6 +228,7 @@ void EntryEditor::accept() {
     reject();
     return;
   }
+  if (links_->isModified()) applyLinks(*entry_);
   controller_.addValuesToAutofillForEntry(*entry_);
   controller_.saveManagedObjectContext();
   QDialog::accept();
@@ -253,4 +267,31 @@ void EntryEditor::applyTo(Entry& entry, const QVariantMap& values) {
       entry.setValue(QStringLiteral("duration"), sum);
   }
   entry.setValue(QStringLiteral("dateEdited"), QDateTime::currentDateTimeUtc());
+}
+
+void EntryEditor::applyLinks(Entry& entry) {
+  const QVariantList links = links_->links();
+  std::vector<Link*> kept;
+  for (const QVariant& l : links) {
+    const int row = l.toMap().value(QStringLiteral("row")).toInt();
+    if (row >= 0 && size_t(row) < shownLinks_.size()) kept.push_back(shownLinks_[size_t(row)]);
+  }
+  for (Link* old : shownLinks_)
+    if (std::find(kept.begin(), kept.end(), old) == kept.end()) entry.removeLink(old);
+  for (int i = 0; i < links.size(); ++i) {
+    const QVariantMap map = links[i].toMap();
+    const int row = map.value(QStringLiteral("row")).toInt();
+    Link* link = row >= 0 && size_t(row) < shownLinks_.size() ? shownLinks_[size_t(row)] : nullptr;
+    const bool added = !link;
+    if (added) {
+      if (map.value(QStringLiteral("url")).toString().isEmpty()) continue;
+      link = entry.addLink(Store::newLink());
+    }
+    for (const char* key : {"name", "url", "type"}) {
+      const QString value = map.value(QLatin1String(key)).toString();
+      link->setValue(QLatin1String(key), value.isEmpty() ? QVariant() : QVariant(value));
+    }
+    link->setValue(QStringLiteral("position"), qint64(i));
+    if (added) controller_.processNewLink(*link);
+  }
 }

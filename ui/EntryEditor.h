@@ -2,9 +2,12 @@
 
 #include <QDialog>
 #include <QHash>
+#include <vector>
 
 class Entry;
+class Link;
 class MyController;
+class LinksTable;
 class TrackTable;
 
 // The add / edit panel: one editor per field of the field catalogue (text, long text, combo box
@@ -21,6 +24,7 @@ class EntryEditor : public QDialog {
   // The editor of a field, by identifier ("title", "status", "myRating"...).
   QWidget* editorFor(const QString& identifier) const { return editors_.value(identifier); }
   TrackTable* trackTable() const { return tracks_; }
+  LinksTable* linksTable() const { return links_; }
   // Sets an editor's text or state as a person would; for tests and scripted fills.
   void setFieldText(const QString& identifier, const QString& text);
 
@@ -35,10 +39,14 @@ class EntryEditor : public QDialog {
   bool readValues(QVariantMap* values, QString* problem) const;
   bool addEntry(const QVariantMap& values);
   void applyTo(Entry& entry, const QVariantMap& values);
+  // New links are finished as every new link is (moved, typed); removed ones go.
+  void applyLinks(Entry& entry);
 
   MyController& controller_;
   Entry* entry_;
   QHash<QString, QWidget*> editors_;
   QStringList identifiers_;
   TrackTable* tracks_;
+  LinksTable* links_;
+  std::vector<Link*> shownLinks_;  // the entry's links as the table was filled
 };

@@ -4,6 +4,7 @@
 #include "EntryTableModel.h"
 #include "FakePlatform.h"
 #include "GuiApplication.h"
+#include "LinksTable.h"
 #include "MainWindow.h"
 #include "MyController.h"
 #include "PrintController.h"
@@ -149,6 +150,7 @@ TEST_F(MainWindowTest, AddAndEditThroughThePanel) {
   EntryEditor editing(*controller, added, &window);
   EXPECT_EQ(qobject_cast<QLineEdit*>(editing.editorFor("releaseDate"))->text(), "1959");
   editing.setFieldText("price", "about ten pounds");  // letters in a price stay text
+  editing.linksTable()->addLink("Down Beat Review", "https://example.org/review");
   editing.trackTable()->addTrack();
   editing.trackTable()->table()->item(2, 0)->setText("Pussy Cat Dues");
   editing.trackTable()->table()->item(2, 3)->setText("9:14");
@@ -156,6 +158,8 @@ TEST_F(MainWindowTest, AddAndEditThroughThePanel) {
   EXPECT_EQ(added->stringValue("price"), "about ten pounds");
   EXPECT_EQ(added->tracksSet().size(), 3u);
   EXPECT_EQ(added->stringValue("duration"), "24:50");
+  ASSERT_EQ(added->linksSet().size(), 1u);
+  EXPECT_EQ(added->linksSet().front()->stringValue("type"), "review");  // finished as a new link
   EXPECT_EQ(editing.result(), QDialog::Accepted);
 
   EntryEditor wrong(*controller, added, &window);
