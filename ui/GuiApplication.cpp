@@ -7,6 +7,7 @@
 #include "MyController.h"
 #include "QtWindowSystem.h"
 #include "Settings.h"
+#include "SingleInstance.h"
 
 #include <QApplication>
 #include <QFileDialog>
@@ -66,6 +67,8 @@ int run(const QStringList& arguments) {
   QApplication::setApplicationDisplayName(QStringLiteral("Discary"));
   QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("media-optical-audio")));
   Settings settings(options->settings);
+  SingleInstance instance(settings.fileName());
+  if (!options->words.isEmpty() && instance.handOver(options->words)) return 0;
   QtWindowSystem windowSystem;
   LinuxPlatform platform;
   MyController controller(settings, windowSystem, platform);
@@ -77,6 +80,8 @@ int run(const QStringList& arguments) {
   controller.applicationDidFinishLaunching();
   MainWindow window(controller, windowSystem);
   window.show();
+  instance.listen([&window](const QStringList& words) { window.openStrings(words); });
+  if (!options->words.isEmpty()) window.openStrings(options->words);
   return QApplication::exec();
 }
 

@@ -17,7 +17,9 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDesktopServices>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QHeaderView>
 #include <QInputDialog>
 #include <QLabel>
@@ -47,6 +49,13 @@ MainWindow::MainWindow(MyController& controller, QtWindowSystem& windowSystem)
   setWindowTitle(QStringLiteral("Discary"));
   windowSystem_.setWindow(this);
   connect(&windowSystem_, &QtWindowSystem::footerChanged, this, &MainWindow::showFooter);
+  connect(&windowSystem_, &QtWindowSystem::entriesChanged, this, [this] {
+    collections_->reload();
+    collections_->selectCollection(controller_.collections().selectedCollection());
+    const std::vector<Entry*> selected = controller_.entriesController().selectedObjects();
+    model_->reload();
+    selectEntries(selected);
+  });
 
   collections_ = new CollectionsPanel(controller_, this);
   collections_->setObjectName(QStringLiteral("collections"));
@@ -55,6 +64,7 @@ MainWindow::MainWindow(MyController& controller, QtWindowSystem& windowSystem)
   page_->setOpenLinks(false);
   page_->setFocusPolicy(Qt::StrongFocus);
   windowSystem_.setPageView(page_);
+  connect(page_, &QTextBrowser::anchorClicked, this, &MainWindow::pageLinkClicked);
 
   splitter_ = new QSplitter(this);
   splitter_->addWidget(collections_);
@@ -308,6 +318,44 @@ void MainWindow::showCollection(Collection* collection) {
 void MainWindow::reloadAll() {
   collections_->reload();
   runSearch();
+}
+
+void MainWindow::pageLinkClicked(const QUrl& url) {
+  if (url.scheme() != QLatin1String("folio")) {
+    if (url.scheme() != QLatin1String("discary") || !controller_.handleIncomingString(url.toString()))
+      QDesktopServices::openUrl(url);
+    return;
+  }
+  // folio://playTrackNamed=NAME[&artist=ARTIST]: play the file linked to that track. The URL's
+  // host is lower-cased on the way here, so names compare without regard to case.
+  const auto& selected = controller_.entriesController().selectedObjects();
+  if (selected.size() != 1) return;
+  QString request = QUrl::fromPercentEncoding(url.toString(QUrl::FullyEncoded).mid(8).toUtf8());
+  request = request.section(QLatin1Char('&'), 0, 0).section(QLatin1Char('='), 1);
+  for (Link* link : selected.front()->linksSortedByPosition()) {
+    const QString address = link->stringValue(QStringLiteral("url"));
+    if (link->stringValue(QStringLiteral("name")).compare(request, Qt::CaseInsensitive) != 0 &&
+        QFileInfo(QUrl(address).toLocalFile()).completeBaseName().compare(request, Qt::CaseInsensitive) != 0)
+      continue;
+    QDesktopServices::openUrl(address.startsWith(QLatin1String("[Data Folder]"))
+                                  ? QUrl::fromLocalFile(controller_.dataFolderPath() + address.mid(13))
+                                  : QUrl(address));
+    return;
+  }
+  windowSystem_.displayNotice(tr("No file is linked to “%1”.").arg(request),
+                              controller_.preferencesStandard().floatForKey(SettingsKeys::bezelDisplayTime));
+}
+
+void MainWindow::openStrings(const QStringList& words) {
+  bool changed = false;
+  for (const QString& word : words) {
+    const bool file = QFileInfo::exists(word);
+    changed |= file ? controller_.openFile(QFileInfo(word).absoluteFilePath()) : controller_.handleIncomingString(word);
+  }
+  if (changed) reloadAll();
+  if (isMinimized()) showNormal();
+  raise();
+  activateWindow();
 }
 
 void MainWindow::fillColumnsMenu() {

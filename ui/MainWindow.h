@@ -13,6 +13,7 @@ class QMenu;
 class QSplitter;
 class QTableView;
 class QTextBrowser;
+class QUrl;
 class QtWindowSystem;
 
 // The catalogue window: collections on the left, the entry list with its footer in the middle,
@@ -43,6 +44,9 @@ class MainWindow : public QMainWindow {
   void selectEntries(const std::vector<Entry*>& entries);
   // After the catalogue changed underneath (another catalogue opened, entries added elsewhere).
   void reloadAll();
+  // Files, folders, URLs and texts handed to the application (at launch, by a later launch):
+  // files go to the dispatcher, the rest to the incoming-string handling.
+  void openStrings(const QStringList& words);
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -68,6 +72,7 @@ class MainWindow : public QMainWindow {
   void switchCatalogue(const QString& path);
   void showPreferences();
   void showFooter(const QString& footer, qsizetype selectedCount);
+  void pageLinkClicked(const QUrl& url);
 
   MyController& controller_;
   QtWindowSystem& windowSystem_;

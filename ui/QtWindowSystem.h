@@ -33,12 +33,14 @@ class QtWindowSystem : public QObject, public WindowSystem {
   int choose(const QString& title, const QStringList& items) override;
   void displayNotice(const QString& text, double seconds) override;
   void footerDidChange(const QString& footer, qsizetype selectedCount) override;
+  void entriesDidChange() override { Q_EMIT entriesChanged(); }
   bool entryPageHasFocus() const override;
   void printEntryPage() override;
   std::optional<PrintRequest> runPrintDialog(const PrintController& panel) override;
 
  Q_SIGNALS:
   void footerChanged(const QString& footer, qsizetype selectedCount);
+  void entriesChanged();
 
  private:
   QPointer<QWidget> window_;

@@ -75,6 +75,30 @@ bool MyControllerShared::saveManagedObjectContext() {
 
 void MyControllerShared::addEntry(Entry* entry, Collection* collection) { store_.addEntryToCollection(entry, collection); }
 
+void MyControllerShared::refreshInformation() { windowSystem_.entriesDidChange(); }
+
+bool MyControllerShared::handleIncomingString(const QString& text) {
+  const QString trimmed = text.trimmed();
+  const QUrl url(trimmed);
+  if (url.isLocalFile()) return openFile(url.toLocalFile());
+  if (trimmed.startsWith(QLatin1Char('/')) && QFileInfo::exists(trimmed)) return openFile(trimmed);
+  if (url.scheme() != QLatin1String("discary")) return false;
+  const QString what = url.host(), rest = url.path().mid(1);
+  if (what == QLatin1String("entry")) {
+    bool ok = false;
+    Entry* entry = store_.entryWithUID(rest.toLongLong(&ok));
+    if (!ok || !entry) return false;
+    selectEntry(entry);
+    return true;
+  }
+  if (what == QLatin1String("search")) {
+    search(rest, 1);
+    refreshInformation();
+    return true;
+  }
+  return false;
+}
+
 void MyControllerShared::selectEntry(Entry* entry) {
   if (!entry) return;
   const auto& arranged = entriesController_.arrangedObjects();
@@ -84,6 +108,7 @@ void MyControllerShared::selectEntry(Entry* entry) {
     entriesController_.rearrangeObjects();
   }
   entriesController_.setSelectedObjects({entry});
+  refreshInformation();
 }
 
 QString MyControllerShared::labelForSearchType(const QVariant&) const { return localized(QStringLiteral("Search")); }

@@ -69,6 +69,18 @@ class MyControllerShared {
   bool saveManagedObjectContext();
   void addEntry(Entry* entry, Collection* collection);
   void selectEntry(Entry* entry);
+  // Redraws the list and the shown entry after the catalogue changed behind the window's back.
+  void refreshInformation();
+  // A file or folder handed to the application; the product's dispatcher decides. False when
+  // nothing took it.
+  virtual bool openFile(const QString& path) {
+    Q_UNUSED(path);
+    return false;
+  }
+  // A URL or text handed to the application (another launch, the desktop, a link). This base
+  // takes files and the program's own "discary:" URLs: discary://entry/UID selects an entry,
+  // discary://search/TEXT searches. An override calls it first.
+  virtual bool handleIncomingString(const QString& text);
   Entry* entryWithLink(const QString& url) { return store_.entryWithLink(url); }
   bool importDuplicates() const;
   void showAddPanel() { addPanel_.setVisible(true); }

@@ -35,6 +35,9 @@ class WindowSystem {
     Q_UNUSED(panel);
     return std::nullopt;
   }
+  // The entries, the list or the selection changed outside the window (a selection made by a
+  // link, an import): show them again.
+  virtual void entriesDidChange() {}
   // The footer line under the entry list and the number of selected entries beside it.
   virtual void footerDidChange(const QString& footer, qsizetype selectedCount) {
     Q_UNUSED(footer);

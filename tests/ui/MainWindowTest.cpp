@@ -11,6 +11,7 @@
 #include "PrintDialog.h"
 #include "QtWindowSystem.h"
 #include "Settings.h"
+#include "SingleInstance.h"
 #include "TrackTable.h"
 
 #include <QApplication>
@@ -24,6 +25,7 @@
 #include <QTest>
 #include <QTextBrowser>
 #include <QTimer>
+#include <future>
 #include <gtest/gtest.h>
 
 namespace {
@@ -184,6 +186,25 @@ TEST_F(MainWindowTest, PrintsTheShownCollectionToPdf) {
   EXPECT_TRUE(pdf.read(5) == "%PDF-");
   EXPECT_EQ(controller->printInstance()->lastPageCount(), 1);
   EXPECT_EQ(settings.stringForKey("Print Cover Width"), "350");
+}
+
+TEST_F(MainWindowTest, WordsHandedOverByALaterLaunchReachTheWindow) {
+  MainWindow window(*controller, windowSystem);
+  SingleInstance running(dir.filePath("discary.conf"));
+  EXPECT_FALSE(SingleInstance(dir.filePath("discary.conf")).handOver({"nobody listens"}));
+  QStringList received;
+  ASSERT_TRUE(running.listen([&](const QStringList& words) {
+    received = words;
+    window.openStrings(words);
+  }));
+  const qint64 uid = controller->managedObjectContext().entries().back()->uid();
+  const QStringList words{QString("discary://entry/%1").arg(uid), "https://example.org/not-ours"};
+  auto later = std::async(std::launch::async, [&] { return SingleInstance(dir.filePath("discary.conf")).handOver(words); });
+  QTRY_COMPARE(received, words);
+  EXPECT_TRUE(later.get());
+  ASSERT_EQ(controller->entriesController().selectedObjects().size(), 1u);
+  EXPECT_EQ(controller->entriesController().selectedObjects().front()->uid(), uid);
+  EXPECT_EQ(window.listView()->selectionModel()->selectedRows().size(), 1);
 }
 
 TEST_F(MainWindowTest, AnUnopenableCatalogueOffersAnotherFileAndQuitsCleanly) {
