@@ -37,6 +37,7 @@ const QHash<QString, CommandInfo>& commands() {
       {"show", {Commands::show, true}},
       {"export", {Commands::exportEntries, true}},
       {"link", {Commands::link, true}},
+      {"open", {Commands::open, true}},
       // Opens the catalogue itself: listing the layouts needs none.
       {"print", {Commands::print, false, true}},
   };

@@ -33,10 +33,19 @@ class CliWindowSystem : public WindowSystem {
   // Why the last print dialog could not be answered (no layout of that name), or empty.
   const QString& printDialogProblem() const { return printDialogProblem_; }
 
+  // The command line has no panel: it remembers what the panel was asked to search.
+  void showInternetSearchPanel(const QString& text, const QString& site) override {
+    searchPanelText_ = text;
+    searchPanelSite_ = site;
+  }
+  const QString& searchPanelText() const { return searchPanelText_; }
+  const QString& searchPanelSite() const { return searchPanelSite_; }
+
   // Prints an informational line on stderr unless quiet.
   void inform(const QString& text) const;
 
  private:
+  QString searchPanelText_, searchPanelSite_;
   int ask(const QString& prompt, int count) const;
   void drawBar() const;
 

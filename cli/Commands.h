@@ -22,4 +22,5 @@ int show(const CliContext& context, const QStringList& args);
 int exportEntries(const CliContext& context, const QStringList& args);
 int print(const CliContext& context, const QStringList& args);
 int link(const CliContext& context, const QStringList& args);
+int open(const CliContext& context, const QStringList& args);
 }  // namespace Commands

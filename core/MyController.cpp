@@ -153,3 +153,20 @@ void MyController::refreshCollectionStatistics() {
 QString MyController::totalDuration(const QVariantList& tracks) { return CollectionTotals::totalDuration(tracks); }
 
 void MyController::processNewLink(Link& link) { NewLinkProcessor(*this).process(link); }
+
+bool MyController::handleIncomingString(const QString& text) {
+  if (MyControllerShared::handleIncomingString(text)) return true;
+  // The web search lives on the CDDB host (without its port).
+  const QString server = preferencesStandard().stringForKey(SettingsKeys::cddbServer);
+  const QString webHost = (server.isEmpty() ? SettingsKeys::defaultCddbServer : server).section(QLatin1Char(':'), 0, 0);
+  QString site;
+  if (text.contains(QLatin1Char('/') + webHost + QStringLiteral("/freedb_search_fmt.php?cat="))) site = QStringLiteral("Freedb");
+  if (text.contains(classicalStoreDomain + QStringLiteral("/classical/products"))) site = QStringLiteral("Presto");
+  if (site.isEmpty()) {
+    if (text.contains(QLatin1String("://"))) return false;
+    site = QStringLiteral("none");
+  }
+  windowSystem().bringToFront();
+  windowSystem().showInternetSearchPanel(text, site);
+  return true;
+}

@@ -33,6 +33,11 @@ class MyController : public MyControllerShared {
   void replaceKeysInTemplate(QString& text, Entry& entry, bool html, bool webView) override;
 
   void processNewLink(Link& link) override;
+  // Files and discary: URLs first; then result pages of the disc web search ("Freedb"), product
+  // pages of the classical store ("Presto") and plain words open the internet search panel.
+  bool handleIncomingString(const QString& text) override;
+  // The classical-music store whose product pages are recognised.
+  static inline const QString classicalStoreDomain = QStringLiteral("prestomusic.com");
 
   // Footer totals: see CollectionTotals.
   QVariantMap collectionTotalsDictionaryFor(const std::vector<Entry*>& entries, bool footer) override;

@@ -35,6 +35,14 @@ class WindowSystem {
     Q_UNUSED(panel);
     return std::nullopt;
   }
+  // Brings the application in front of the others (un-hiding it without activating it first).
+  virtual void bringToFront() {}
+  // The internet search panel, searching the site's plug-in for the text (or reading the page
+  // the text addresses); site "none" lets the user pick.
+  virtual void showInternetSearchPanel(const QString& text, const QString& site) {
+    Q_UNUSED(text);
+    Q_UNUSED(site);
+  }
   // The entries, the list or the selection changed outside the window (a selection made by a
   // link, an import): show them again.
   virtual void entriesDidChange() {}

@@ -102,6 +102,22 @@ TEST_F(CliTest, LinkAddFinishesTheLink) {
   EXPECT_EQ(discary({"link", "add", "Blue", "--name", "x"}).status, 2);
 }
 
+TEST_F(CliTest, OpenHandsStringsToTheSearchPanelOrTheCatalogue) {
+  const auto open = [this](const QString& text) { return discary({"--json", "open", text}); };
+  QJsonObject words = open("Kind of Blue").json().toObject();
+  EXPECT_EQ(words, (QJsonObject{{"handled", true}, {"site", "none"}, {"search", "Kind of Blue"}}));
+  const QString result = "http://gnudb.gnudb.org/freedb_search_fmt.php?cat=jazz&id=6a0b5a08";
+  EXPECT_EQ(open(result).json().toObject()["site"].toString(), "Freedb");
+  EXPECT_EQ(open(result + "&next=https://www.prestomusic.com/classical/products/1").json().toObject()["site"].toString(),
+            "Presto");
+  Outcome elsewhere = open("https://example.org/page");
+  EXPECT_EQ(elsewhere.status, 1);
+  EXPECT_EQ(elsewhere.json().toObject(), (QJsonObject{{"handled", false}}));
+  const qint64 uid = discary({"--json", "add", "title=Blue"}).json().toObject()["uid"].toInteger();
+  EXPECT_EQ(open(QString("discary://entry/%1").arg(uid)).json().toObject(), (QJsonObject{{"handled", true}}));
+  EXPECT_EQ(open("discary://entry/999999").status, 1);
+}
+
 TEST_F(CliTest, UsageErrorsExitTwoWithOneLine) {
   const QList<QStringList> cases = {{"frobnicate"},        {"--frob"},           {"add", "nosuch=1"},
                                     {"add", "myRating=lots"}, {"list", "--what"},  {"fields", "--columns", "--feed"},
