@@ -1,0 +1,84 @@
+// The catalogue side of tools/crash-test: builds the stores that get interrupted and checks what
+// is left after a kill.
+//   crash_helper make-v4 PATH N      a version-4 catalogue of N entries, 10 tracks and 2 links each
+//   crash_helper check-migration PATH N
+//       PATH must pass the integrity check and hold either the untouched version-4 catalogue or
+//       all N entries migrated, each with its tracks and links
+#include "SqliteDatabase.h"
+#include "SqliteStatement.h"
+#include "SqliteTransaction.h"
+#include "StoreSchema.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+#include <cstdio>
+
+namespace {
+
+int fail(const char* what) {
+  std::fprintf(stderr, "crash_helper: %s\n", what);
+  return 1;
+}
+
+qint64 count(SqliteDatabase& db, const QString& sql) {
+  SqliteStatement q(db.handle(), sql);
+  return q.step() == SQLITE_ROW ? q.int64(0) : -1;
+}
+
+int makeVersion4(const QString& path, int n) {
+  SqliteDatabase db;
+  if (!db.open(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE)) return fail("cannot create");
+  SqliteTransaction t(db);
+  for (const QString& sql : StoreSchema::version4CreateStatements())
+    if (!db.exec(sql)) return fail("cannot create the version-4 tables");
+  SqliteStatement entry(db.handle(), QStringLiteral("INSERT INTO entries(uid,title,artist,releaseDate) VALUES(?,?,?,?)"));
+  SqliteStatement track(db.handle(), QStringLiteral("INSERT INTO tracks(entry_uid,name,position,duration) VALUES(?,?,?,?)"));
+  SqliteStatement link(db.handle(), QStringLiteral("INSERT INTO links(entry_uid,name,url) VALUES(?,?,?)"));
+  for (int i = 1; i <= n; ++i) {
+    entry.bind(1, qint64(i));
+    entry.bind(2, QStringLiteral("Album %1").arg(i));
+    entry.bind(3, QStringLiteral("Artist %1").arg(i % 700));
+    entry.bind(4, double(-978307200 + i * 86400));
+    if (!entry.run()) return fail("cannot insert an entry");
+    for (int p = 0; p < 10; ++p) {
+      track.bind(1, qint64(i));
+      track.bind(2, QStringLiteral("Track %1").arg(p + 1));
+      track.bind(3, qint64(p));
+      track.bind(4, QStringLiteral("3:%1").arg(10 + p));
+      if (!track.run()) return fail("cannot insert a track");
+    }
+    for (int l = 0; l < 2; ++l) {
+      link.bind(1, qint64(i));
+      link.bind(2, QStringLiteral("Link %1").arg(l));
+      link.bind(3, QStringLiteral("https://example.org/%1/%2").arg(i).arg(l));
+      if (!link.run()) return fail("cannot insert a link");
+    }
+  }
+  if (!db.exec(QStringLiteral("PRAGMA user_version=%1").arg(StoreSchema::version4))) return fail("cannot set the version");
+  return t.commit() ? 0 : fail("cannot commit");
+}
+
+int checkMigration(const QString& path, int n) {
+  SqliteDatabase db;
+  if (!db.open(path, SQLITE_OPEN_READWRITE)) return fail("cannot open");
+  SqliteStatement check(db.handle(), QStringLiteral("PRAGMA integrity_check"));
+  if (check.step() != SQLITE_ROW || check.text(0) != QLatin1String("ok")) return fail("integrity check failed");
+  const qint64 version = db.userVersion();
+  if (version != StoreSchema::version4 && version != StoreSchema::currentVersion) return fail("unexpected version");
+  if (count(db, QStringLiteral("SELECT count(*) FROM entries")) != n) return fail("entries missing");
+  if (count(db, QStringLiteral("SELECT count(*) FROM tracks")) != qint64(n) * 10) return fail("tracks missing");
+  if (count(db, QStringLiteral("SELECT count(*) FROM links")) != qint64(n) * 2) return fail("links missing");
+  std::printf("%s\n", version == StoreSchema::currentVersion ? "migrated" : "version 4");
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QCoreApplication app(argc, argv);
+  const QStringList args = app.arguments();
+  if (args.size() == 4 && args[1] == QLatin1String("make-v4")) return makeVersion4(args[2], args[3].toInt());
+  if (args.size() == 4 && args[1] == QLatin1String("check-migration")) return checkMigration(args[2], args[3].toInt());
+  std::fprintf(stderr, "usage: crash_helper make-v4|check-migration PATH N\n");
+  return 2;
+}
