@@ -38,6 +38,8 @@ const QHash<QString, CommandInfo>& commands() {
       {"export", {Commands::exportEntries, true}},
       {"link", {Commands::link, true}},
       {"open", {Commands::open, true}},
+      // Embedded covers are decoded as pictures.
+      {"import", {Commands::import, true, true}},
       // Opens the catalogue itself: listing the layouts needs none.
       {"print", {Commands::print, false, true}},
   };

@@ -17,6 +17,8 @@ class CliWindowSystem : public WindowSystem {
   void setProgressSubtitle(const QString& subtitle) override;
   void increaseProgress() override;
   void closeProgressSheet() override;
+  // The command line names its files itself.
+  QStringList runOpenPanel(const QString&, const QStringList&, bool) override { return {}; }
   int choose(const QString& title, const QStringList& items) override;
   void displayNotice(const QString& text, double seconds) override;
   std::optional<PrintRequest> runPrintDialog(const PrintController& panel) override;

@@ -23,4 +23,5 @@ int exportEntries(const CliContext& context, const QStringList& args);
 int print(const CliContext& context, const QStringList& args);
 int link(const CliContext& context, const QStringList& args);
 int open(const CliContext& context, const QStringList& args);
+int import(const CliContext& context, const QStringList& args);
 }  // namespace Commands

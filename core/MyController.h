@@ -9,6 +9,8 @@
 
 // The music cataloguer's application controller: its settings defaults, launch sequence, and
 // its answers to the framework's search, autofill and collection-naming questions.
+class ImportRun;
+
 class MyController : public MyControllerShared {
  public:
   // Seconds after which the music library is refreshed again at launch.
@@ -48,6 +50,21 @@ class MyController : public MyControllerShared {
   // application's list layouts and cover size.
   void printCollection() override;
 
+  // Every file that reaches the program: picked in the import panel, dropped on the window or
+  // named on the command line. True when something was opened or imported.
+  bool openFile(const QString& path) override;
+  // The File > Import... action: an open panel, then openFile for each chosen item.
+  void importCollection();
+  bool importAudioFile(const QString& path);
+  bool openDirectory(const QString& path);
+  bool importItunesFromTracks(const QVariantList& tracks);
+  // A single entry card: a native export holding one entry.
+  static QString cardExtension() { return QStringLiteral("discarycard"); }
+  bool openCardAtPath(const QString& path);
+  // Selects the entry that the description names by "uid", or else by "title" and "artist".
+  bool findEntry(const QVariantMap& description);
+  bool installFolioExtras(const QString& path);
+
   // State of one import run; empty outside an import.
   const QVariantList& iTunesEntireLibrary() const { return iTunesEntireLibrary_; }
   void setITunesEntireLibrary(const QVariantList& tracks) { iTunesEntireLibrary_ = tracks; }
@@ -59,6 +76,11 @@ class MyController : public MyControllerShared {
   void setImportedImages(std::unique_ptr<QVariantList> uids) { importedImages_ = std::move(uids); }
 
  private:
+  bool sniffXmlFile(const QString& path);
+  // Collection, save and report at the end of an import; false when nothing was recognised.
+  bool finishImport(ImportRun& run, const QString& collectionName, bool recognised, const QString& failure);
+  bool notSupported(const QString& kind);
+
   QVariantList iTunesEntireLibrary_;
   std::unique_ptr<QVariantMap> iTunesAlbumsAdded_, iTunesRatings_;
   std::unique_ptr<QVariantList> importedImages_;

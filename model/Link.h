@@ -9,6 +9,8 @@ class Link : public ManagedObject {
  public:
   Link() : ManagedObject(EntitySchema::link()) {}
   Entry* entry() const { return entry_; }
+  // Whether the path names an audio file, by its extension.
+  static bool isMusicFilePath(const QString& path);
 
  protected:
   void didChange(const QString& key, bool notify) override;

@@ -18,6 +18,8 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDesktopServices>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHeaderView>
@@ -26,10 +28,12 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QProcess>
 #include <QSplitter>
 #include <QTableView>
 #include <QTextBrowser>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -47,6 +51,7 @@ MainWindow::MainWindow(MyController& controller, QtWindowSystem& windowSystem)
     : controller_(controller), windowSystem_(windowSystem), model_(new EntryTableModel(controller, this)) {
   setObjectName(QStringLiteral("mainWindow"));
   setWindowTitle(QStringLiteral("Discary"));
+  setAcceptDrops(true);
   windowSystem_.setWindow(this);
   connect(&windowSystem_, &QtWindowSystem::footerChanged, this, &MainWindow::showFooter);
   connect(&windowSystem_, &QtWindowSystem::entriesChanged, this, [this] {
@@ -137,6 +142,10 @@ void MainWindow::buildMenus() {
   action(file, tr("&New Catalogue…"), QKeySequence(), &MainWindow::newCatalogue);
   action(file, tr("&Open Catalogue…"), QKeySequence::Open, &MainWindow::openCatalogue);
   file->addSeparator();
+  action(file, tr("&Import…"), QKeySequence(tr("Ctrl+Shift+I")), [this] {
+    controller_.importCollection();
+    reloadAll();
+  });
   // With the entry page focused this prints the page; otherwise the collection, in a layout.
   action(file, tr("&Print…"), QKeySequence::Print, [this] { controller_.printCollection(); });
   file->addSeparator();
@@ -313,6 +322,27 @@ void MainWindow::showFooter(const QString& footer, qsizetype selectedCount) {
 void MainWindow::showCollection(Collection* collection) {
   controller_.collections().selectCollection(collection);
   runSearch();
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+  const QList<QUrl> urls = event->mimeData()->urls();
+  if (!urls.isEmpty() && std::all_of(urls.begin(), urls.end(), [](const QUrl& url) { return url.isLocalFile(); }))
+    event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+  QStringList paths;
+  for (const QUrl& url : event->mimeData()->urls())
+    if (url.isLocalFile()) paths << url.toLocalFile();
+  if (paths.isEmpty()) return;
+  event->acceptProposedAction();
+  // Opening may show dialogs; leave the drag and drop machinery first.
+  QTimer::singleShot(0, this, [this, paths] { importPaths(paths); });
+}
+
+void MainWindow::importPaths(const QStringList& paths) {
+  for (const QString& path : paths) controller_.openFile(path);
+  reloadAll();
 }
 
 void MainWindow::reloadAll() {

@@ -50,6 +50,9 @@ class MainWindow : public QMainWindow {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  // Files and folders dropped on the window are imported, each as File > Import... would.
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
   void buildMenus();
@@ -67,6 +70,7 @@ class MainWindow : public QMainWindow {
   void renameCollection();
   void deleteCollection();
   void dropEntries(Collection* collection, const QList<qint64>& uids);
+  void importPaths(const QStringList& paths);
   void newCatalogue();
   void openCatalogue();
   void switchCatalogue(const QString& path);

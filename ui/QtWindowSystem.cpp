@@ -4,7 +4,9 @@
 #include "PrintDialog.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QTextBrowser>
@@ -59,6 +61,26 @@ void QtWindowSystem::closeProgressSheet() {
 }
 
 bool QtWindowSystem::progressCancelled() const { return progress_ && progress_->wasCanceled(); }
+
+QStringList QtWindowSystem::runOpenPanel(const QString& title, const QStringList& types, bool folders) {
+  QStringList patterns;
+  for (const QString& type : types)
+    if (type != QLatin1String("TEXT")) patterns << QStringLiteral("*.%1").arg(type);
+  QFileDialog dialog(window_, title);
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  dialog.setNameFilters({tr("Importable files (%1)").arg(patterns.join(u' ')), tr("All files (*)")});
+  // Folders open on double-click in this dialog, so a folder export is picked by its info.xml.
+  dialog.setOption(QFileDialog::DontUseNativeDialog);
+  if (dialog.exec() != QDialog::Accepted) return {};
+  QStringList chosen = dialog.selectedFiles();
+  for (QString& path : chosen) {
+    const QFileInfo info(path);
+    if (folders && info.fileName() == QLatin1String("info.xml") &&
+        info.dir().dirName().endsWith(QLatin1String(".discary"), Qt::CaseInsensitive))
+      path = info.absolutePath();
+  }
+  return chosen;
+}
 
 int QtWindowSystem::choose(const QString& title, const QStringList& items) {
   if (items.isEmpty()) return -1;

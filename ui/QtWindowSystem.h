@@ -31,6 +31,7 @@ class QtWindowSystem : public QObject, public WindowSystem {
   void closeProgressSheet() override;
   bool progressCancelled() const override;
   int choose(const QString& title, const QStringList& items) override;
+  QStringList runOpenPanel(const QString& title, const QStringList& types, bool folders) override;
   void displayNotice(const QString& text, double seconds) override;
   void footerDidChange(const QString& footer, qsizetype selectedCount) override;
   void entriesDidChange() override { Q_EMIT entriesChanged(); }

@@ -380,18 +380,31 @@ bool Store::save(QString* error) {
     dropMembers.bind(1, c->id());
     if (!dropCollection.run() || !dropMembers.run()) return fail(QStringLiteral("Cannot delete a collection"));
   }
-  SqliteStatement addMember(db_.handle(), QStringLiteral("INSERT OR IGNORE INTO collection_entries(collection_id,entry_uid,position) "
-                                                         "VALUES(?1,?2,(SELECT count(*) FROM collection_entries WHERE collection_id=?1))"));
+  SqliteStatement addMember(db_.handle(),
+                            QStringLiteral("INSERT OR IGNORE INTO collection_entries(collection_id,entry_uid,position) VALUES(?,?,?)"));
+  SqliteStatement countMembers(db_.handle(), QStringLiteral("SELECT count(*) FROM collection_entries WHERE collection_id=?"));
   SqliteStatement removeMember(db_.handle(), QStringLiteral("DELETE FROM collection_entries WHERE collection_id=? AND entry_uid=?"));
   for (const auto& [collection, uid] : membershipsRemoved_) {
     removeMember.bind(1, collection);
     removeMember.bind(2, uid);
     if (!removeMember.run()) return fail(QStringLiteral("Cannot save a collection"));
   }
-  for (const auto& [collection, uid] : membershipsAdded_) {
-    addMember.bind(1, collection);
-    addMember.bind(2, uid);
-    if (!addMember.run()) return fail(QStringLiteral("Cannot save a collection"));
+  // New members in the order they were added, each collection counted once: counting for every
+  // row made adding n members to one collection O(n²).
+  for (Collection* c : membershipsAdded_.isEmpty() ? std::vector<Collection*>() : collections_) {
+    qint64 position = -1;
+    for (qint64 uid : c->members_) {
+      if (!membershipsAdded_.contains({c->id(), uid})) continue;
+      if (position < 0) {
+        countMembers.bind(1, c->id());
+        position = countMembers.step() == SQLITE_ROW ? countMembers.int64(0) : 0;
+        countMembers.reset();
+      }
+      addMember.bind(1, c->id());
+      addMember.bind(2, uid);
+      addMember.bind(3, position++);
+      if (!addMember.run()) return fail(QStringLiteral("Cannot save a collection"));
+    }
   }
   if (!transaction.commit()) return fail(QStringLiteral("Cannot save the catalogue"));
   changed_.clear();

@@ -24,6 +24,14 @@ class WindowSystem {
   virtual bool progressCancelled() const { return false; }
   // The index of the chosen item, or -1 when the user chose none.
   virtual int choose(const QString& title, const QStringList& items) = 0;
+  // An open panel: the chosen paths, empty when cancelled. types are file extensions; with
+  // folders set, folders may be chosen too.
+  virtual QStringList runOpenPanel(const QString& title, const QStringList& types, bool folders) {
+    Q_UNUSED(title);
+    Q_UNUSED(types);
+    Q_UNUSED(folders);
+    return {};
+  }
   // A transient notice over the window for that many seconds.
   virtual void displayNotice(const QString& text, double seconds) = 0;
   // Whether the page view showing one entry has the focus of the front window, and printing

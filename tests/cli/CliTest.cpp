@@ -210,3 +210,39 @@ TEST_F(CliTest, PrintListsTheLayoutsAndPrintsCollectionsToPdf) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST_F(CliTest, ExportAndImportRoundTripInEveryForm) {
+  ASSERT_EQ(discary({"add", "title=Kind of Blue", "artist=Miles Davis", "releaseDate=1959", "--track",
+                     "name=So What;duration=9:22", "--collection", "Jazz"}).status, 0);
+  ASSERT_EQ(discary({"add", "title=Other, \"quoted\"", "status=2"}).status, 0);
+  for (const QStringList& form : {QStringList{"discary"}, QStringList{"discary", "--folder"}, QStringList{"csv"}}) {
+    const QString out = dir.filePath(QString("out/jazz-%1.%2").arg(form.size()).arg(form[0]));
+    Outcome exported = discary(QStringList{"--json", "export", "--format"} + form + QStringList{"--output", out, "--collection", "Jazz"});
+    ASSERT_EQ(exported.status, 0) << exported.err.constData();
+    EXPECT_EQ(exported.json().toObject()["entries"].toInt(), 1);
+    Outcome imported = discary({"--json", "import", out});
+    ASSERT_EQ(imported.status, 0) << imported.err.constData();
+    const QJsonObject result = imported.json().toObject();
+    EXPECT_EQ(result["results"].toArray()[0].toObject()["ok"].toBool(), true);
+    ASSERT_EQ(result["entries"].toArray().size(), 1);
+    EXPECT_EQ(result["collections"].toArray().size(), 1);
+    Outcome listed = discary({"--json", "list", "--collection", result["collections"].toArray()[0].toString()});
+    ASSERT_EQ(listed.json().toArray().size(), 1) << listed.out.constData();
+    const QJsonObject entry = listed.json().toArray()[0].toObject();
+    EXPECT_EQ(entry["uid"], result["entries"].toArray()[0]);
+    EXPECT_EQ(entry["artist"].toString(), "Miles Davis");
+    EXPECT_EQ(entry["releaseDate"].toString(), "1959-07-01T12:00:00Z");
+    ASSERT_EQ(entry["tracks"].toArray().size(), 1);
+    EXPECT_EQ(entry["tracks"].toArray()[0].toObject()["name"].toString(), "So What");
+  }
+  EXPECT_EQ(discary({"export", "--format", "pdf", "--output", dir.filePath("x")}).status, 2);
+  EXPECT_EQ(discary({"export", "--format", "csv", "--folder", "--output", dir.filePath("x")}).status, 2);
+  EXPECT_EQ(discary({"import"}).status, 2);
+  Outcome missing = discary({"--json", "import", dir.filePath("nothing.csv")});
+  EXPECT_EQ(missing.status, 1);
+  EXPECT_EQ(missing.json().toObject()["results"].toArray()[0].toObject()["ok"].toBool(), false);
+}
+
+}  // namespace

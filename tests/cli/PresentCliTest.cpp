@@ -81,7 +81,7 @@ TEST_F(PresentCliTest, ShowAndExportRefuseWhatTheyCannotDo) {
       {{"show", uid, "--template", "/dev/zero"}, 1},
       {{"show", uid, "--frame"}, 2},
       {{"export", "--output", dir.filePath("out")}, 2},
-      {{"export", "--format", "csv", "--output", dir.filePath("out")}, 2},
+      {{"export", "--format", "pdf", "--output", dir.filePath("out")}, 2},
       {{"export", "--format", "html"}, 2},
       {{"export", "--format", "html", "--output", dir.filePath("out"), "--collection", "Nope"}, 1},
       {{"export", "--format", "html", "--output", dir.filePath("big.html")}, 1},
@@ -91,7 +91,7 @@ TEST_F(PresentCliTest, ShowAndExportRefuseWhatTheyCannotDo) {
     EXPECT_EQ(r.status, c.status) << qPrintable(c.args.join(' '));
     EXPECT_EQ(r.err.count('\n'), 1) << r.err.constData();
   }
-  EXPECT_TRUE(discary({"export", "--format", "csv", "--output", "x"}).err.contains("unknown format 'csv'"));
+  EXPECT_TRUE(discary({"export", "--format", "pdf", "--output", "x"}).err.contains("unknown format 'pdf'"));
   EXPECT_FALSE(QFileInfo::exists(dir.filePath("out")));
 
   ASSERT_EQ(discary({"settings", "set", "InfoTemplate", "../d.conf"}).status, 0);

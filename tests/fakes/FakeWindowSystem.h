@@ -8,8 +8,9 @@
 // Answers alerts and choosers from a script and records what the user would have seen.
 class FakeWindowSystem : public WindowSystem {
  public:
-  int runAlert(const QString& title, const QString&, const QStringList&) override {
+  int runAlert(const QString& title, const QString& message, const QStringList&) override {
     alerts << title;
+    alertMessages << message;
     return alertAnswers.isEmpty() ? 0 : alertAnswers.takeFirst();
   }
   void showProgressSheet(const QString& title, const QString&, int) override {
@@ -17,7 +18,12 @@ class FakeWindowSystem : public WindowSystem {
     ++openSheets;
   }
   void setProgressSubtitle(const QString&) override {}
-  void increaseProgress() override {}
+  void increaseProgress() override { ++progressSteps; }
+  bool progressCancelled() const override { return cancelAfterSteps >= 0 && progressSteps >= cancelAfterSteps; }
+  QStringList runOpenPanel(const QString&, const QStringList& types, bool) override {
+    openPanelTypes = types;
+    return openPanelAnswer;
+  }
   void closeProgressSheet() override { --openSheets; }
   int choose(const QString&, const QStringList& items) override { return items.isEmpty() ? -1 : chooseAnswer; }
   void displayNotice(const QString& text, double seconds) override {
@@ -34,7 +40,9 @@ class FakeWindowSystem : public WindowSystem {
 
   QList<int> alertAnswers;
   int chooseAnswer = 0;
-  QStringList alerts, progressTitles, notices;
+  QStringList alerts, alertMessages, progressTitles, notices;
+  QStringList openPanelAnswer, openPanelTypes;
+  int progressSteps = 0, cancelAfterSteps = -1;
   int openSheets = 0;
   double noticeSeconds = 0;
   bool entryPageFocused = false;

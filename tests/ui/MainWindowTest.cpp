@@ -18,6 +18,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QPushButton>
 #include <QTableView>
 #include <QTableWidget>
@@ -218,6 +219,36 @@ TEST_F(MainWindowTest, AnUnopenableCatalogueOffersAnotherFileAndQuitsCleanly) {
   QFile check(bogus);
   ASSERT_TRUE(check.open(QIODevice::ReadOnly));
   EXPECT_EQ(check.readAll(), "this is a shopping list, not a database");
+}
+
+}  // namespace
+
+namespace {
+
+TEST_F(MainWindowTest, DroppedFilesAreImportedAndShown) {
+  MainWindow window(*controller, windowSystem);
+  window.show();
+  QFile csv(dir.filePath("Dropped.csv"));
+  ASSERT_TRUE(csv.open(QIODevice::WriteOnly));
+  csv.write("title,artist\nGiant Steps,John Coltrane\n");
+  csv.close();
+  QMimeData data;
+  data.setUrls({QUrl::fromLocalFile(csv.fileName())});
+  QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&window, &enter);
+  EXPECT_TRUE(enter.isAccepted());
+  QDropEvent drop(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&window, &drop);
+  EXPECT_TRUE(drop.isAccepted());
+  for (int i = 0; i < 100 && !controller->collections().collectionWithName("Dropped", true); ++i) QTest::qWait(10);
+  EXPECT_NE(controller->collections().collectionWithName("Dropped", true), nullptr);
+  EXPECT_EQ(shownTitles(window), QStringList{"Giant Steps"});
+
+  QMimeData web;
+  web.setUrls({QUrl("https://example.org/x.csv")});
+  QDragEnterEvent remote(QPoint(10, 10), Qt::CopyAction, &web, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&window, &remote);
+  EXPECT_FALSE(remote.isAccepted());
 }
 
 }  // namespace

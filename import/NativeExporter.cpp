@@ -1,0 +1,47 @@
+#include "NativeExporter.h"
+
+#include "Entry.h"
+#include "MyUpdate.h"
+#include "PropertyList.h"
+#include "Store.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+bool NativeExporter::write(Store& store, const std::vector<Entry*>& entries, const QString& path, Form form, QString* error) {
+  auto fail = [error](const QString& why) {
+    if (error) *error = why;
+    return false;
+  };
+  const bool folder = form == Form::Folder;
+  if (folder) {
+    if (QFileInfo(path).exists() && !QFileInfo(path).isDir()) return fail(QStringLiteral("%1 exists and is not a folder").arg(path));
+    if (!QDir().mkpath(path + QStringLiteral("/Covers"))) return fail(QStringLiteral("cannot create the folder %1").arg(path));
+  }
+  if (!folder) QDir().mkpath(QFileInfo(path).absolutePath());
+  QVariantMap top;
+  int n = 0;
+  for (Entry* entry : entries) {
+    ++n;
+    QVariantMap dictionary = MyUpdate::oldDictionaryFromEntry(*entry);
+    const QString cover = store.coverPathOf(entry->uid());
+    if (!cover.isEmpty() && QFile::exists(cover)) {
+      if (folder) {
+        const QString target = path + QStringLiteral("/Covers/%1.jpg").arg(n);
+        QFile::remove(target);
+        if (!QFile::copy(cover, target)) return fail(QStringLiteral("cannot write %1").arg(target));
+      } else {
+        QFile file(cover);
+        if (file.open(QIODevice::ReadOnly)) dictionary.insert(QStringLiteral("image%1").arg(n), file.readAll());
+      }
+    }
+    top.insert(QString::number(n), dictionary);
+  }
+  QSaveFile file(folder ? path + QStringLiteral("/info.xml") : path);
+  if (!file.open(QIODevice::WriteOnly)) return fail(file.errorString());
+  file.write(PropertyList::write(top));
+  if (!file.commit()) return fail(file.errorString());
+  return true;
+}

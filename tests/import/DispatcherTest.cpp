@@ -1,0 +1,104 @@
+#include "ImportTestSupport.h"
+
+namespace {
+
+const QString unavailable = "Importing audio files is not available in this build.";
+const QString notRecognized = "File format not recognized.";
+
+class DispatcherTest : public ImportTestBase {};
+
+QByteArray releases(const QByteArray& head) {
+  return head + "<release id=\"7\"><title>Seven</title><tracklist><track><title>A</title></track></tracklist></release></releases>";
+}
+
+TEST_F(DispatcherTest, SniffsXmlInTheTableOrderAndFallsThrough) {
+  auto controller = launch();
+  auto open = [&](const QString& name, const QByteArray& bytes) {
+    windowSystem.alerts.clear();
+    windowSystem.alertMessages.clear();
+    return controller->openFile(write(name, bytes));
+  };
+  // Capitals in the extension still sniff; the list import makes a collection named after the file.
+  EXPECT_TRUE(open("Shelf.XML", releases("<releases num=\"1\">")));
+  EXPECT_NE(controller->collections().collectionWithName("Shelf", true), nullptr);
+  EXPECT_NE(entryTitled(*controller, "Seven"), nullptr);
+
+  // "<releases num=" without any "<release id=" is no release list.
+  EXPECT_FALSE(open("a.xml", "<releases num=\"3\"><other/></releases>"));
+  EXPECT_EQ(windowSystem.alertMessages.value(0), notRecognized);
+
+  // The library marker counts only in a text longer than 500 characters: a short one goes on to
+  // the later tests, a long one goes to the music library import.
+  const QByteArray marker = "<plist version=\"1.0\"><dict><key>Music Folder</key><string>x</string>";
+  EXPECT_FALSE(open("short.xml", marker + "</dict></plist>"));
+  EXPECT_EQ(windowSystem.alertMessages.value(0), notRecognized);
+  QByteArray library = marker + "<key>Tracks</key><dict><key>1</key><dict><key>Name</key><string>t</string></dict></dict>";
+  library += QByteArray(600, ' ') + "</dict></plist>";
+  EXPECT_FALSE(open("Library.plist", library));
+  EXPECT_EQ(windowSystem.alerts.value(0), unavailable);
+  // The marker found with no tracks ends the sniffing with the alert, though a release follows.
+  EXPECT_FALSE(open("Empty.xml", marker + "<key>Tracks</key><dict/>" + QByteArray(600, ' ') + "</dict></plist>" +
+                                     "<!-- <releases num=\"1\"><release id=\"1\"> -->"));
+  EXPECT_TRUE(windowSystem.alertMessages.value(0).startsWith(notRecognized));
+
+  // Formats of other cataloguers are refused with a message that says so.
+  EXPECT_FALSE(open("cds.xml", "<CDInfo count=\"2\"></CDInfo>"));
+  EXPECT_TRUE(windowSystem.alertMessages.value(0).contains("cannot import"));
+  EXPECT_FALSE(open("lib.plist", "<library uuid=\"1\">" + QByteArray(300, ' ') + "</library>"));
+  EXPECT_TRUE(windowSystem.alertMessages.value(0).contains("cannot import"));
+  EXPECT_FALSE(open("garbage.xml", QByteArray("\x00\x01\x02<xml", 7)));
+  EXPECT_TRUE(windowSystem.alerts.isEmpty());
+  EXPECT_EQ(windowSystem.openSheets, 0);
+  EXPECT_EQ(controller->managedObjectContext().entries().size(), 1u);
+}
+
+TEST_F(DispatcherTest, ExtensionsAndFoldersReachTheirImporters) {
+  auto controller = launch();
+  windowSystem.alertAnswers.clear();
+  EXPECT_FALSE(controller->openFile(write("song.MP3", "ID3")));
+  EXPECT_EQ(windowSystem.alerts.takeFirst(), unavailable);
+  QDir().mkpath(dir.filePath("Music/Album"));
+  EXPECT_FALSE(controller->openFile(dir.filePath("Music")));
+  EXPECT_EQ(windowSystem.alerts.takeFirst(), unavailable);
+
+  // A "shelfmark" folder is not walked: it reaches the text test and is not text.
+  QDir().mkpath(dir.filePath("Books.shelfmark"));
+  EXPECT_FALSE(controller->openFile(dir.filePath("Books.shelfmark")));
+  EXPECT_TRUE(windowSystem.alertMessages.last().contains("not a text file"));
+
+  // "folioextras" anywhere in the path, in any case: templates are installed from a folder.
+  write("My FolioExtras/pack/Card.html", "<html>[title]</html>");
+  EXPECT_TRUE(controller->openFile(dir.filePath("My FolioExtras/pack")));
+  EXPECT_TRUE(QFile::exists(controller->dataFolderPath() + "/Templates/Card.html"));
+  EXPECT_FALSE(controller->openFile(write("x.FOLIOEXTRAS", "zip")));
+
+  // A binary file named .txt is refused; a card imports and selects its entry; a lookup request
+  // finds an entry by title.
+  EXPECT_FALSE(controller->openFile(write("photo.txt", QByteArray("\x89PNG\r\n\x1a\n\0\0\0", 11))));
+  EXPECT_TRUE(windowSystem.alertMessages.last().contains("not a text file"));
+  EXPECT_TRUE(controller->openFile(write("one.discarycard",
+                                         "<plist version=\"1.0\"><dict><key>1</key><dict><key>title</key>"
+                                         "<string>Carded</string></dict></dict></plist>")));
+  Entry* carded = entryTitled(*controller, "Carded");
+  ASSERT_NE(carded, nullptr);
+  EXPECT_EQ(controller->entriesController().selectedObjects(), std::vector<Entry*>{carded});
+  controller->entriesController().setSelectedObjects({});
+  EXPECT_TRUE(controller->openFile(write("find.folio_md_c",
+                                         "<plist version=\"1.0\"><dict><key>title</key><string>carded</string></dict></plist>")));
+  EXPECT_EQ(controller->entriesController().selectedObjects(), std::vector<Entry*>{carded});
+  EXPECT_FALSE(controller->openFile(write("none.folio_md_c", "<plist version=\"1.0\"><array/></plist>")));
+  EXPECT_EQ(windowSystem.openSheets, 0);
+}
+
+TEST_F(DispatcherTest, ImportPanelOffersTheTypesAndOpensEachChoice) {
+  auto controller = launch();
+  windowSystem.openPanelAnswer = {write("a.csv", "title\nFirst\n"), write("b.tab", "title\tartist\nSecond\tB\n")};
+  controller->importCollection();
+  EXPECT_EQ(windowSystem.openPanelTypes.mid(0, 3), (QStringList{"TEXT", "discary", "discarycard"}));
+  EXPECT_EQ(windowSystem.openPanelTypes.last(), "aiff");
+  EXPECT_NE(entryTitled(*controller, "First"), nullptr);
+  ASSERT_NE(entryTitled(*controller, "Second"), nullptr);
+  EXPECT_EQ(entryTitled(*controller, "Second")->stringValue("artist"), "B");
+}
+
+}  // namespace
