@@ -36,6 +36,8 @@ const QHash<QString, CommandInfo>& commands() {
       {"collection", {Commands::collection, true}},
       {"show", {Commands::show, true}},
       {"export", {Commands::exportEntries, true}},
+      {"tags", {Commands::tags, false}},
+      {"library", {Commands::library, false}},
       // Opens the catalogue itself: listing the layouts needs none.
       {"print", {Commands::print, false, true}},
   };

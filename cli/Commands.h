@@ -21,4 +21,6 @@ int show(const CliContext& context, const QStringList& args);
 // "export" is a keyword of the language.
 int exportEntries(const CliContext& context, const QStringList& args);
 int print(const CliContext& context, const QStringList& args);
+int tags(const CliContext& context, const QStringList& args);
+int library(const CliContext& context, const QStringList& args);
 }  // namespace Commands

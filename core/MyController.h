@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CollectionTotals.h"
+#include "ImportRun.h"
 #include "MyControllerShared.h"
 
 #include <QVariantList>
@@ -41,6 +42,26 @@ class MyController : public MyControllerShared {
   // application's list layouts and cover size.
   void printCollection() override;
 
+  // Import of audio files and of the music library.
+  // The entry that now holds the track: the one this import made for its album, or a new one.
+  Entry* entryForiTunesTrack(const QVariantMap& track, bool* wasExisting);
+  // One audio file into an entry of "Imported Audio"; false when skipped as a duplicate.
+  bool importAudioFile(const QString& path);
+  // Every audio file under the folder, files of one album into one entry; false when none was imported.
+  bool openDirectory(const QString& path);
+  // Library track dictionaries into entries; false when no entry was made. importedEntries() holds them.
+  bool importItunesFromTracks(const QVariantList& tracks);
+  const std::vector<Entry*>& importedEntries() const { return importedEntries_; }
+  // The library file: the user's choice ("iTunes Library XML"), else the usual place; empty when none.
+  QString libraryXmlPath() const;
+  // Imports the tracks of the first playlist of that name into a new collection "None", selected
+  // and saved; false when the playlist has no track to import.
+  bool importLibraryPlaylist(const QString& xmlPath, const QString& playlistName, QString* error = nullptr);
+  // The album table of an import; open() is a no-op when one is open already and then returns false.
+  bool openImportRun();
+  void closeImportRun();
+  ImportRun importRun() const;
+
   // State of one import run; empty outside an import.
   const QVariantList& iTunesEntireLibrary() const { return iTunesEntireLibrary_; }
   void setITunesEntireLibrary(const QVariantList& tracks) { iTunesEntireLibrary_ = tracks; }
@@ -52,6 +73,7 @@ class MyController : public MyControllerShared {
   void setImportedImages(std::unique_ptr<QVariantList> uids) { importedImages_ = std::move(uids); }
 
  private:
+  std::vector<Entry*> importedEntries_;
   QVariantList iTunesEntireLibrary_;
   std::unique_ptr<QVariantMap> iTunesAlbumsAdded_, iTunesRatings_;
   std::unique_ptr<QVariantList> importedImages_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform.h"
+#include "TagLibReader.h"
 
 #include <QObject>
 #include <QSet>
@@ -23,6 +24,7 @@ class LinuxPlatform : public QObject, public Platform {
   QStringList mountedRemovableVolumes() const override;
   bool eject(const QString& volumePath) override;
   QVariantList musicLibraryTracks() override { return {}; }
+  const TagReader* tagReader() const override { return &tagReader_; }
 
   struct Mount {
     QString device, mountPoint, type;
@@ -33,6 +35,7 @@ class LinuxPlatform : public QObject, public Platform {
   void mountTableChanged();
   QList<Mount> readMounts() const;
 
+  TagLibReader tagReader_;
   QString mountTable_;
   std::unique_ptr<QFile> file_;
   std::unique_ptr<QSocketNotifier> notifier_;

@@ -1,5 +1,8 @@
 #include "MyControllerShared.h"
 
+#include <QDir>
+#include <QImage>
+
 #include "AttributeInput.h"
 #include "Entry.h"
 #include "HostKeys.h"
@@ -71,6 +74,16 @@ bool MyControllerShared::saveManagedObjectContext() {
   std::fprintf(stderr, "Error saving the catalogue: %s\n", qPrintable(error));
   windowSystem_.runAlert(localized(QStringLiteral("The catalogue could not be saved.")), error, {localized(QStringLiteral("OK"))});
   return false;
+}
+
+bool MyControllerShared::setCoverImage(Entry& entry, const QImage& image) {
+  const QString path = store_.coverPathOf(entry.uid());
+  if (path.isEmpty() || image.isNull()) return false;
+  if (!QDir().mkpath(QFileInfo(path).absolutePath()) || !image.save(path, "JPEG", 90)) {
+    std::fprintf(stderr, "Could not write the cover %s\n", qPrintable(path));
+    return false;
+  }
+  return true;
 }
 
 void MyControllerShared::addEntry(Entry* entry, Collection* collection) { store_.addEntryToCollection(entry, collection); }

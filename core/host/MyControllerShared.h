@@ -14,6 +14,7 @@
 #include <memory>
 
 class Entry;
+class QImage;
 class MyFieldsControllerShared;
 class Platform;
 class PrintController;
@@ -67,6 +68,8 @@ class MyControllerShared {
   void selectEntry(Entry* entry);
   Entry* entryWithLink(const QString& url) { return store_.entryWithLink(url); }
   bool importDuplicates() const;
+  // Writes the picture as the entry's cover, "Covers/<uid>.jpg" in the data folder.
+  bool setCoverImage(Entry& entry, const QImage& image);
   void showAddPanel() { addPanel_.setVisible(true); }
   void clearAddPanel() { addPanel_.clear(); }
   void closeAddPanel() { addPanel_.setVisible(false); }

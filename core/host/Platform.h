@@ -5,6 +5,8 @@
 #include <QVariantList>
 #include <functional>
 
+class TagReader;
+
 // What the product needs of the desktop it runs on.
 class Platform {
  public:
@@ -19,4 +21,6 @@ class Platform {
   // The tracks of the music player's library as track dictionaries; empty when there is no
   // player library to read. May be called on a background thread.
   virtual QVariantList musicLibraryTracks() = 0;
+  // The reader of audio tags; null where no media framework is available.
+  virtual const TagReader* tagReader() const { return nullptr; }
 };

@@ -13,11 +13,13 @@ class FakePlatform : public Platform {
   QStringList mountedRemovableVolumes() const override { return volumes; }
   bool eject(const QString& volumePath) override;
   QVariantList musicLibraryTracks() override;
+  const TagReader* tagReader() const override { return reader; }
 
   void mount(const QString& path);
 
   QStringList volumes, ejected;
   QVariantList library;
+  const TagReader* reader = nullptr;
   std::atomic<int> libraryReads{0};
   std::vector<std::function<void(const QString&)>> mountHandlers;
 };

@@ -17,7 +17,8 @@ class FakeWindowSystem : public WindowSystem {
     ++openSheets;
   }
   void setProgressSubtitle(const QString&) override {}
-  void increaseProgress() override {}
+  void increaseProgress() override { ++progressSteps; }
+  bool progressCancelled() const override { return cancelAfterSteps >= 0 && progressSteps >= cancelAfterSteps; }
   void closeProgressSheet() override { --openSheets; }
   int choose(const QString&, const QStringList& items) override { return items.isEmpty() ? -1 : chooseAnswer; }
   void displayNotice(const QString& text, double seconds) override {
@@ -36,6 +37,7 @@ class FakeWindowSystem : public WindowSystem {
   int chooseAnswer = 0;
   QStringList alerts, progressTitles, notices;
   int openSheets = 0;
+  int progressSteps = 0, cancelAfterSteps = -1;  // the user cancels once that many steps are shown
   double noticeSeconds = 0;
   bool entryPageFocused = false;
   int entryPagesPrinted = 0, printDialogs = 0;

@@ -1,0 +1,143 @@
+#include "AudioFileImport.h"
+
+#include "Entry.h"
+#include "LibraryTrackMapping.h"
+#include "MyAudioMetadata.h"
+#include "MyControllerShared.h"
+#include "Platform.h"
+#include "WindowSystem.h"
+
+#include <QDirIterator>
+#include <QFileInfo>
+#include <QSet>
+#include <QThread>
+#include <atomic>
+#include <condition_variable>
+#include <mutex>
+#include <optional>
+#include <thread>
+
+namespace {
+
+// Reads tags on worker threads, at most `window` files ahead of the one the store takes next.
+class TagPipeline {
+ public:
+  TagPipeline(const QStringList& paths, const TagReader* reader, int threads, int window)
+      : paths_(paths), reader_(reader), window_(window), results_(size_t(paths.size())) {
+    for (int i = 0; i < threads; ++i) workers_.emplace_back([this] { run(); });
+  }
+  ~TagPipeline() {
+    {
+      std::lock_guard lock(mutex_);
+      stopped_ = true;
+    }
+    changed_.notify_all();
+    for (std::thread& t : workers_) t.join();
+  }
+
+  QVariantMap take(qsizetype index) {
+    std::unique_lock lock(mutex_);
+    changed_.wait(lock, [&] { return results_[size_t(index)].has_value(); });
+    QVariantMap result = std::move(*results_[size_t(index)]);
+    results_[size_t(index)].reset();
+    taken_ = index + 1;
+    lock.unlock();
+    changed_.notify_all();
+    return result;
+  }
+
+ private:
+  void run() {
+    for (;;) {
+      qsizetype index;
+      {
+        std::unique_lock lock(mutex_);
+        changed_.wait(lock, [&] { return stopped_ || next_ >= paths_.size() || next_ < taken_ + window_; });
+        if (stopped_ || next_ >= paths_.size()) return;
+        index = next_++;
+      }
+      QVariantMap tags = MyAudioMetadata::getMetadataForPath(paths_[index], reader_);
+      {
+        std::lock_guard lock(mutex_);
+        results_[size_t(index)] = std::move(tags);
+      }
+      changed_.notify_all();
+    }
+  }
+
+  const QStringList& paths_;
+  const TagReader* reader_;
+  const qsizetype window_;
+  std::vector<std::optional<QVariantMap>> results_;
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  qsizetype next_ = 0, taken_ = 0;
+  bool stopped_ = false;
+  std::vector<std::thread> workers_;
+};
+
+}  // namespace
+
+bool AudioFileImport::isSkippedDuplicate(MyControllerShared& c, const QString& path) {
+  return c.entryWithLink(linkText(path)) && !c.importDuplicates();
+}
+
+void AudioFileImport::importTags(MyControllerShared& c, const ImportRun& run, const QString& path, const QVariantMap& metadata) {
+  bool existed = false;
+  Entry* entry = LibraryTrackMapping::entryForTrack(c, run, metadata, &existed);
+  c.windowSystem().setProgressSubtitle(entry->stringValue(QStringLiteral("title")));
+  entry->setValue(QStringLiteral("format"), QStringLiteral("Digital"));
+  const QString baseName = QFileInfo(path).completeBaseName();
+  if (entry->value(QStringLiteral("title")).isNull()) entry->setValue(QStringLiteral("title"), baseName);
+  std::unique_ptr<Link> link = Store::newLink();
+  link->setValue(QStringLiteral("name"), baseName);
+  link->setValue(QStringLiteral("type"), QStringLiteral("Audio"));
+  link->setValue(QStringLiteral("url"), linkText(path));
+  const qint64 trackNumber = metadata.value(QStringLiteral("Track Number")).toLongLong();
+  link->setValue(QStringLiteral("position"), trackNumber != 0 ? trackNumber : qint64(entry->linksSet().size()));
+  entry->addLink(std::move(link));
+  const QString name = c.frameworkBundle().localizedString(QStringLiteral("Imported Audio"), QStringLiteral("Imported Audio"));
+  CollectionsController& collections = c.collections();
+  Collection* collection = collections.collectionWithName(name, true);
+  if (!collection) collection = collections.createCollectionNamed(name, {});
+  if (!existed) c.addEntry(entry, collection);
+  collections.selectCollection(collection);
+  c.selectEntry(entry);
+}
+
+QStringList AudioFileImport::audioFilesIn(const QString& folder) {
+  static const QSet<QString> extensions = {"mp3", "m4a", "m4b", "m4p", "mp4", "aac", "flac", "ogg", "oga", "opus",
+                                           "aif", "aiff", "aifc", "wav", "wv", "ape", "mpc", "wma", "spx", "tta"};
+  QStringList paths;
+  QDirIterator it(folder, QDir::Files | QDir::Readable | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+  while (it.hasNext()) {
+    const QString path = it.next();
+    if (extensions.contains(QFileInfo(path).suffix().toLower())) paths << path;
+  }
+  std::sort(paths.begin(), paths.end());
+  return paths;
+}
+
+int AudioFileImport::importFiles(MyControllerShared& c, const ImportRun& run, const QStringList& paths, int batchSize) {
+  WindowSystem& ws = c.windowSystem();
+  ws.showProgressSheet(c.frameworkBundle().localizedString(QStringLiteral("Importing..."), QStringLiteral("Importing...")),
+                       QString(), int(paths.size()));
+  const int threads = std::clamp(QThread::idealThreadCount(), 1, 8);
+  int imported = 0;
+  {
+    TagPipeline pipeline(paths, c.platform().tagReader(), threads, 64);
+    for (qsizetype i = 0; i < paths.size(); ++i) {
+      QVariantMap tags = pipeline.take(i);
+      if (!isSkippedDuplicate(c, paths[i])) {
+        importTags(c, run, paths[i], tags);
+        ++imported;
+      }
+      ws.increaseProgress();
+      if ((i + 1) % batchSize == 0 && !c.saveManagedObjectContext()) break;
+      if (ws.progressCancelled()) break;
+    }
+  }
+  c.saveManagedObjectContext();
+  ws.closeProgressSheet();
+  return imported;
+}

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QVariantList>
+#include <QVariantMap>
+
+// The album table of one import: which entry each album went to, the ratings seen per album,
+// and the entries whose cover is settled. Null members mean no import is running: lookups then
+// find nothing and registrations are dropped.
+struct ImportRun {
+  QVariantMap* albumsAdded = nullptr;  // album key -> uid of its entry
+  QVariantMap* ratings = nullptr;      // album key -> list of ratings 0-10
+  QVariantList* importedImages = nullptr;
+  const QVariantList* entireLibrary = nullptr;
+};
