@@ -76,13 +76,24 @@ class TagPipeline {
   std::vector<std::thread> workers_;
 };
 
+QString importedAudioName(const MyControllerShared& c) {
+  return c.frameworkBundle().localizedString(QStringLiteral("Imported Audio"), QStringLiteral("Imported Audio"));
+}
+
+void show(MyControllerShared& c, Collection* collection, Entry* entry) {
+  c.collections().selectCollection(collection);
+  c.entriesController().rearrangeObjects();
+  c.selectEntry(entry);
+}
+
 }  // namespace
 
 bool AudioFileImport::isSkippedDuplicate(MyControllerShared& c, const QString& path) {
   return c.entryWithLink(linkText(path)) && !c.importDuplicates();
 }
 
-void AudioFileImport::importTags(MyControllerShared& c, const ImportRun& run, const QString& path, const QVariantMap& metadata) {
+Entry* AudioFileImport::importTags(MyControllerShared& c, const ImportRun& run, const QString& path, const QVariantMap& metadata,
+                                   bool select) {
   bool existed = false;
   Entry* entry = LibraryTrackMapping::entryForTrack(c, run, metadata, &existed);
   c.windowSystem().setProgressSubtitle(entry->stringValue(QStringLiteral("title")));
@@ -96,13 +107,13 @@ void AudioFileImport::importTags(MyControllerShared& c, const ImportRun& run, co
   const qint64 trackNumber = metadata.value(QStringLiteral("Track Number")).toLongLong();
   link->setValue(QStringLiteral("position"), trackNumber != 0 ? trackNumber : qint64(entry->linksSet().size()));
   entry->addLink(std::move(link));
-  const QString name = c.frameworkBundle().localizedString(QStringLiteral("Imported Audio"), QStringLiteral("Imported Audio"));
+  const QString name = importedAudioName(c);
   CollectionsController& collections = c.collections();
   Collection* collection = collections.collectionWithName(name, true);
   if (!collection) collection = collections.createCollectionNamed(name, {});
   if (!existed) c.addEntry(entry, collection);
-  collections.selectCollection(collection);
-  c.selectEntry(entry);
+  if (select) show(c, collection, entry);
+  return entry;
 }
 
 QStringList AudioFileImport::audioFilesIn(const QString& folder) {
@@ -124,12 +135,14 @@ int AudioFileImport::importFiles(MyControllerShared& c, const ImportRun& run, co
                        QString(), int(paths.size()));
   const int threads = std::clamp(QThread::idealThreadCount(), 1, 8);
   int imported = 0;
+  Entry* last = nullptr;
   {
     TagPipeline pipeline(paths, c.platform().tagReader(), threads, 64);
     for (qsizetype i = 0; i < paths.size(); ++i) {
       QVariantMap tags = pipeline.take(i);
       if (!isSkippedDuplicate(c, paths[i])) {
-        importTags(c, run, paths[i], tags);
+        // Showing the list after every file would sort it 10,000 times: it is shown once, at the end.
+        last = importTags(c, run, paths[i], tags, false);
         ++imported;
       }
       ws.increaseProgress();
@@ -139,5 +152,6 @@ int AudioFileImport::importFiles(MyControllerShared& c, const ImportRun& run, co
   }
   c.saveManagedObjectContext();
   ws.closeProgressSheet();
+  if (last) show(c, c.collections().collectionWithName(importedAudioName(c), true), last);
   return imported;
 }
