@@ -48,7 +48,7 @@ class PlistStream {
       xml_.skipCurrentElement();
       return value;
     }
-    const QString text = xml_.readElementText(QXmlStreamReader::SkipChildElements);
+    const QString text = elementText();
     if (name == u"integer") {
       bool ok = false;
       const qint64 n = text.trimmed().toLongLong(&ok);
@@ -75,23 +75,53 @@ class PlistStream {
         xml_.skipCurrentElement();
         continue;
       }
-      const QString key = interned(xml_.readElementText(QXmlStreamReader::SkipChildElements));
+      const QString key = internedElementText();
       if (!nextChild()) return;
       readEntry(key);
     }
   }
 
+  // The text of the current element up to its end; nested elements are skipped. Most elements
+  // hold one run of characters, taken without building the text piece by piece.
+  QString elementText() {
+    QString text;
+    int runs = 0;
+    while (!xml_.atEnd()) {
+      const QXmlStreamReader::TokenType token = xml_.readNext();
+      if (token == QXmlStreamReader::Characters || token == QXmlStreamReader::EntityReference) {
+        if (runs++ == 0) text = xml_.text().toString();
+        else text += xml_.text();
+      } else if (token == QXmlStreamReader::StartElement) {
+        xml_.skipCurrentElement();
+      } else if (token == QXmlStreamReader::EndElement) {
+        break;
+      }
+    }
+    return text;
+  }
+
   // Every track repeats the same few dozen keys: share one copy of each.
-  QString interned(const QString& key) {
-    auto it = keys_.constFind(key);
-    if (it != keys_.constEnd()) return *it;
-    if (keys_.size() < 4096) keys_.insert(key);
-    return key;
+  QString internedElementText() {
+    while (!xml_.atEnd()) {
+      const QXmlStreamReader::TokenType token = xml_.readNext();
+      if (token == QXmlStreamReader::Characters) {
+        const QStringView view = xml_.text();
+        auto it = keys_.constFind(view);
+        QString key = it != keys_.constEnd() ? *it : view.toString();
+        if (it == keys_.constEnd() && keys_.size() < 4096) keys_.insert(QStringView(key), key);
+        // The rest of the element, if it is more than one run, is rare enough to read plainly.
+        QString rest = elementText();
+        return rest.isEmpty() ? key : key + rest;
+      }
+      if (token == QXmlStreamReader::EndElement) return {};
+      if (token == QXmlStreamReader::StartElement) xml_.skipCurrentElement();
+    }
+    return {};
   }
 
  private:
   QXmlStreamReader xml_;
-  QSet<QString> keys_;
+  QHash<QStringView, QString> keys_;  // each view looks into its own value
 };
 
 }  // namespace
@@ -132,15 +162,33 @@ bool LibraryXml::read(const QString& path, bool withTracks) {
         });
       } else if (key == u"Playlists" && xml.name() == u"array") {
         while (plist.nextChild()) {
-          const QVariantMap dict = plist.readValue(1).toMap();
           Playlist playlist;
-          playlist.name = dict.value(QStringLiteral("Name")).toString();
-          for (const QVariant& item : dict.value(QStringLiteral("Playlist Items")).toList()) {
-            const QVariant id = item.toMap().value(QStringLiteral("Track ID"));
-            bool ok = false;
-            const qint64 n = id.toLongLong(&ok);
-            if (ok) playlist.trackIDs << n;
+          if (xml.name() != u"dict") {
+            xml.skipCurrentElement();
+            playlists_ << playlist;
+            continue;
           }
+          plist.readDict([&](const QString& k) {
+            if (k == u"Name") {
+              playlist.name = plist.readValue(1).toString();
+            } else if (k == u"Playlist Items" && xml.name() == u"array") {
+              // Items are read one by one: a playlist of the whole library holds every track.
+              while (plist.nextChild()) {
+                if (xml.name() != u"dict") {
+                  xml.skipCurrentElement();
+                  continue;
+                }
+                plist.readDict([&](const QString& itemKey) {
+                  const QVariant value = plist.readValue(2);
+                  bool ok = false;
+                  const qint64 n = value.toLongLong(&ok);
+                  if (itemKey == u"Track ID" && ok) playlist.trackIDs << n;
+                });
+              }
+            } else {
+              xml.skipCurrentElement();
+            }
+          });
           playlists_ << playlist;
         }
       } else {

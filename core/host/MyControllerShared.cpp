@@ -1,8 +1,5 @@
 #include "MyControllerShared.h"
 
-#include <QDir>
-#include <QImage>
-
 #include "AttributeInput.h"
 #include "Entry.h"
 #include "HostKeys.h"
@@ -15,7 +12,9 @@
 #include "WindowSystem.h"
 
 #include <QDateTime>
+#include <QDir>
 #include <QFileInfo>
+#include <QImage>
 #include <QStandardPaths>
 #include <QUrl>
 #include <cstdio>
