@@ -6,26 +6,24 @@
 #include "LibraryXml.h"
 #include "MyAudioMetadata.h"
 #include "MyController.h"
+#include "Picture.h"
 #include "Platform.h"
 #include "SettingsKeys.h"
 
 #include <QFileInfo>
-#include <QImage>
 
 namespace {
 
 // Pictures print as their size; everything else as it stands.
 QVariant printable(const QVariant& value) {
-  if (value.typeId() != QMetaType::QImage) return value;
-  const QImage image = value.value<QImage>();
-  return QVariantMap{{QStringLiteral("width"), qint64(image.width())}, {QStringLiteral("height"), qint64(image.height())}};
+  const QSize size = Picture::sizeOf(value);
+  if (!size.isValid()) return value;
+  return QVariantMap{{QStringLiteral("width"), qint64(size.width())}, {QStringLiteral("height"), qint64(size.height())}};
 }
 
 QString textOf(const QVariant& value) {
-  if (value.typeId() == QMetaType::QImage) {
-    const QImage image = value.value<QImage>();
-    return QStringLiteral("picture %1x%2").arg(image.width()).arg(image.height());
-  }
+  const QSize size = Picture::sizeOf(value);
+  if (size.isValid()) return QStringLiteral("picture %1x%2").arg(size.width()).arg(size.height());
   return value.toString();
 }
 

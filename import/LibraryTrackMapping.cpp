@@ -4,6 +4,7 @@
 #include "MyAudioMetadata.h"
 #include "MyControllerShared.h"
 #include "MyFieldsControllerShared.h"
+#include "Picture.h"
 #include "Platform.h"
 #include "TextHelpers.h"
 
@@ -137,10 +138,11 @@ Entry* newEntry(MyControllerShared& c, const ImportRun& run, const Derived& d, c
   return entry;
 }
 
-QImage pictureOf(const QVariant& v) { return v.typeId() == QMetaType::QImage ? v.value<QImage>() : QImage(); }
+// A picture from the library (an image) or from a file's tags (its bytes); null otherwise.
+QVariant pictureOf(const QVariant& v) { return Picture::sizeOf(v).isValid() ? v : QVariant(); }
 
 // The library gives a track's file as a "file://" address.
-QImage pictureInFileAt(MyControllerShared& c, const QVariant& location) {
+QVariant pictureInFileAt(MyControllerShared& c, const QVariant& location) {
   const QUrl url(location.toString());
   if (!url.isLocalFile()) return {};
   return pictureOf(MyAudioMetadata::getMetadataForPath(url.toLocalFile(), c.platform().tagReader()).value(QStringLiteral("image")));
@@ -152,16 +154,16 @@ void settleCover(MyControllerShared& c, const ImportRun& run, Entry& entry, cons
   const auto settled = [&] {
     if (run.importedImages) run.importedImages->append(uid);
   };
-  if (const QImage artwork = pictureOf(t.value(QStringLiteral("artwork"))); !artwork.isNull()) {
+  if (const QVariant artwork = pictureOf(t.value(QStringLiteral("artwork"))); artwork.isValid()) {
     if (c.setCoverImage(entry, artwork)) settled();
   } else if (t.contains(QStringLiteral("Persistent ID"))) {
     const QString id = t.value(QStringLiteral("Persistent ID")).toString();
     if (run.entireLibrary && LibraryTrackMapping::lookForiTunesImage(c, id, entry, *run.entireLibrary)) settled();
     // With no player to ask, the picture embedded in the track's own file stands in.
-    else if (const QImage embedded = pictureInFileAt(c, t.value(QStringLiteral("Location")));
-             !embedded.isNull() && c.setCoverImage(entry, embedded))
+    else if (const QVariant embedded = pictureInFileAt(c, t.value(QStringLiteral("Location")));
+             embedded.isValid() && c.setCoverImage(entry, embedded))
       settled();
-  } else if (const QImage image = pictureOf(t.value(QStringLiteral("image"))); !image.isNull()) {
+  } else if (const QVariant image = pictureOf(t.value(QStringLiteral("image"))); image.isValid()) {
     c.setCoverImage(entry, image);
   }
 }
@@ -233,8 +235,8 @@ bool LibraryTrackMapping::lookForiTunesImage(MyControllerShared& controller, con
   for (const QVariant& v : library) {
     const QVariantMap track = v.toMap();
     if (track.value(QStringLiteral("Persistent ID")).toString() != persistentID) continue;
-    const QImage artwork = pictureOf(track.value(QStringLiteral("artwork")));
-    return !artwork.isNull() && controller.setCoverImage(entry, artwork);
+    const QVariant artwork = pictureOf(track.value(QStringLiteral("artwork")));
+    return artwork.isValid() && controller.setCoverImage(entry, artwork);
   }
   return false;
 }

@@ -2,7 +2,6 @@
 
 #include "ImportRun.h"
 
-#include <QImage>
 #include <QVariantMap>
 
 class Entry;

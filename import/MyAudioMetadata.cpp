@@ -1,8 +1,7 @@
 #include "MyAudioMetadata.h"
 
+#include "Picture.h"
 #include "TagReader.h"
-
-#include <QImage>
 
 namespace {
 
@@ -25,14 +24,14 @@ void put(QVariantMap& dict, const QString& key, const QVariant& value) {
   else dict.insert(key, value);
 }
 
-QImage pictureFrom(const MetadataItem& item) {
-  QImage image;
-  if (item.dataValue.typeId() == QMetaType::QByteArray) image.loadFromData(item.dataValue.toByteArray());
-  if (image.isNull() && item.value.typeId() == QMetaType::QVariantMap) {
+std::optional<Picture> pictureFrom(const MetadataItem& item) {
+  std::optional<Picture> picture;
+  if (item.dataValue.typeId() == QMetaType::QByteArray) picture = Picture::fromData(item.dataValue.toByteArray());
+  if (!picture && item.value.typeId() == QMetaType::QVariantMap) {
     const QVariant data = item.value.toMap().value(QStringLiteral("data"));
-    if (data.typeId() == QMetaType::QByteArray) image.loadFromData(data.toByteArray());
+    if (data.typeId() == QMetaType::QByteArray) picture = Picture::fromData(data.toByteArray());
   }
-  return image;
+  return picture;
 }
 
 // The low byte of the big-endian number in the first four bytes of the first item of that key.
@@ -90,8 +89,7 @@ void MyAudioMetadata::processMetaData(const QList<MetadataItem>& items, QVariant
     else if (is({"TSOP", "TSO2"})) put(dict, kSortAlbumArtist, string);
     else if (is({"TRCK", "DISK"})) put(dict, kTrackNumber, item.numberValue);
     else if (common == u"artwork") {
-      const QImage image = pictureFrom(item);
-      if (!image.isNull()) dict.insert(QStringLiteral("image"), image);
+      if (const auto picture = pictureFrom(item)) dict.insert(QStringLiteral("image"), QVariant::fromValue(*picture));
     } else if (common == u"software" || is({"TBPM", "TLEN", "TBP"})) continue;
     else if (common == u"type" || is({"©gen", "gnre"})) {
       if (!string.toString().startsWith(QLatin1Char('<'))) put(dict, kGenre, string);

@@ -5,16 +5,19 @@
 #include "HostKeys.h"
 #include "MyFieldsControllerShared.h"
 #include "Platform.h"
+#include "Picture.h"
 #include "PrintController.h"
 #include "Settings.h"
 #include "TemplateFile.h"
 #include "TextHelpers.h"
 #include "WindowSystem.h"
 
+#include <QBuffer>
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
 #include <QImage>
+#include <QSaveFile>
 #include <QStandardPaths>
 #include <QUrl>
 #include <cstdio>
@@ -75,13 +78,30 @@ bool MyControllerShared::saveManagedObjectContext() {
   return false;
 }
 
-bool MyControllerShared::setCoverImage(Entry& entry, const QImage& image) {
+bool MyControllerShared::setCoverImage(Entry& entry, const QVariant& picture) {
   const QString path = store_.coverPathOf(entry.uid());
-  if (path.isEmpty() || image.isNull()) return false;
-  if (!QDir().mkpath(QFileInfo(path).absolutePath()) || !image.save(path, "JPEG", 90)) {
+  if (path.isEmpty()) return false;
+  QByteArray bytes;
+  if (picture.userType() == qMetaTypeId<Picture>() && picture.value<Picture>().format == "jpeg") {
+    bytes = picture.value<Picture>().data;
+  } else {
+    const QImage image = picture.userType() == qMetaTypeId<Picture>() ? picture.value<Picture>().toImage()
+                                                                        : picture.value<QImage>();
+    if (image.isNull()) return false;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    if (!image.save(&buffer, "JPEG", 90)) return false;
+  }
+  // Every track of an album brings the same picture again: write it once.
+  const size_t hash = qHash(bytes);
+  if (coverHashes_.value(entry.uid()) == hash && QFileInfo::exists(path)) return true;
+  QSaveFile file(path);
+  if (!QDir().mkpath(QFileInfo(path).absolutePath()) || !file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() ||
+      !file.commit()) {
     std::fprintf(stderr, "Could not write the cover %s\n", qPrintable(path));
     return false;
   }
+  coverHashes_.insert(entry.uid(), hash);
   return true;
 }
 

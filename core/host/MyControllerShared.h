@@ -68,8 +68,9 @@ class MyControllerShared {
   void selectEntry(Entry* entry);
   Entry* entryWithLink(const QString& url) { return store_.entryWithLink(url); }
   bool importDuplicates() const;
-  // Writes the picture as the entry's cover, "Covers/<uid>.jpg" in the data folder.
-  bool setCoverImage(Entry& entry, const QImage& image);
+  // Writes the picture (a QImage or a Picture) as the entry's cover, "Covers/<uid>.jpg" in the
+  // data folder; false when it is no picture or cannot be written.
+  bool setCoverImage(Entry& entry, const QVariant& picture);
   void showAddPanel() { addPanel_.setVisible(true); }
   void clearAddPanel() { addPanel_.clear(); }
   void closeAddPanel() { addPanel_.setVisible(false); }
@@ -132,4 +133,5 @@ class MyControllerShared {
   std::unique_ptr<MyFieldsControllerShared> fieldsController_;
   QString coverImageAddressPrefix_;
   std::unique_ptr<PrintController> print_;
+  QHash<qint64, size_t> coverHashes_;  // what each cover written by this process holds
 };

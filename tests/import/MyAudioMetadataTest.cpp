@@ -1,4 +1,5 @@
 #include "MyAudioMetadata.h"
+#include "Picture.h"
 #include "TagLibReader.h"
 
 #include <QFile>
@@ -143,7 +144,7 @@ TEST(MyAudioMetadataTest, RealFilesOfEachFormat) {
   EXPECT_EQ(m4a.value("Track Number"), 1);
   EXPECT_EQ(m4a.value("Disc Number"), 1);
   EXPECT_EQ(m4a.value("Total Time"), 302000);
-  EXPECT_EQ(m4a.value("image").value<QImage>().width(), 136);
+  EXPECT_EQ(m4a.value("image").value<Picture>().size.width(), 136);
 
   const QVariantMap mp4Extras = MyAudioMetadata::getMetadataForPath(sample("music-metadata_pr-544.m4a"), &reader);
   EXPECT_EQ(mp4Extras.value("Compilation"), 1);
@@ -169,13 +170,13 @@ TEST(MyAudioMetadataTest, RealFilesOfEachFormat) {
 
   const QVariantMap itunes22 = MyAudioMetadata::getMetadataForPath(sample("taglib_itunes10.mp3"), &reader);
   EXPECT_EQ(itunes22.value("Composer"), "Composer");
-  EXPECT_EQ(itunes22.value("image").value<QImage>().size(), QSize(48, 48));
+  EXPECT_EQ(itunes22.value("image").value<Picture>().size, QSize(48, 48));
 
   const QVariantMap flac = MyAudioMetadata::getMetadataForPath(sample("mutagen_silence-44-s.flac"), &reader);
   EXPECT_EQ(flac.value("Album"), "Quod Libet Test Data");
   EXPECT_EQ(flac.value("Track Number"), 2);
   EXPECT_EQ(flac.value("Total Time"), 3000);
-  EXPECT_FALSE(flac.value("image").value<QImage>().isNull());
+  EXPECT_FALSE(flac.value("image").value<Picture>().toImage().isNull());
 
   const QVariantMap ogg = MyAudioMetadata::getMetadataForPath(sample("taglib_lowercase-fields.ogg"), &reader);
   EXPECT_EQ(ogg.value("Name"), "TEST TITLE");
