@@ -136,11 +136,16 @@ int AudioFileImport::importFiles(MyControllerShared& c, const ImportRun& run, co
   const int threads = std::clamp(QThread::idealThreadCount(), 1, 8);
   int imported = 0;
   Entry* last = nullptr;
+  // Paths are distinct, so only what the catalogue held before can make a duplicate; asked with
+  // nothing unsaved, each look-up is one indexed query instead of a walk over unsaved links.
+  if (c.managedObjectContext().hasChanges()) c.saveManagedObjectContext();
+  std::vector<bool> duplicate(size_t(paths.size()), false);
+  for (qsizetype i = 0; i < paths.size(); ++i) duplicate[size_t(i)] = isSkippedDuplicate(c, paths[i]);
   {
     TagPipeline pipeline(paths, c.platform().tagReader(), threads, 64);
     for (qsizetype i = 0; i < paths.size(); ++i) {
       QVariantMap tags = pipeline.take(i);
-      if (!isSkippedDuplicate(c, paths[i])) {
+      if (!duplicate[size_t(i)]) {
         // Showing the list after every file would sort it 10,000 times: it is shown once, at the end.
         last = importTags(c, run, paths[i], tags, false);
         ++imported;

@@ -15,9 +15,9 @@
 #include <QBuffer>
 #include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QImage>
-#include <QSaveFile>
 #include <QStandardPaths>
 #include <QUrl>
 #include <cstdio>
@@ -95,9 +95,9 @@ bool MyControllerShared::setCoverImage(Entry& entry, const QVariant& picture) {
   // Every track of an album brings the same picture again: write it once.
   const size_t hash = qHash(bytes);
   if (coverHashes_.value(entry.uid()) == hash && QFileInfo::exists(path)) return true;
-  QSaveFile file(path);
-  if (!QDir().mkpath(QFileInfo(path).absolutePath()) || !file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() ||
-      !file.commit()) {
+  // A plain write: a cover is no catalogue data, and syncing each one would slow imports down.
+  QFile file(path);
+  if (!QDir().mkpath(QFileInfo(path).absolutePath()) || !file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
     std::fprintf(stderr, "Could not write the cover %s\n", qPrintable(path));
     return false;
   }
