@@ -49,13 +49,13 @@ int main(int argc, char** argv) {
     std::printf("parse %lld tracks %.3f s\n", qint64(library.tracks().size()), timer.nsecsElapsed() / 1e9);
     return 0;
   }
-  LibraryXml names;
-  if (!names.read(args[3], false) || names.playlists().isEmpty()) {
-    std::fprintf(stderr, "%s\n", qPrintable(names.error()));
+  LibraryXml library;
+  if (!library.read(args[3], true) || library.playlists().isEmpty()) {
+    std::fprintf(stderr, "%s\n", qPrintable(library.error()));
     return 1;
   }
   const int index = args.size() > 4 ? args[4].toInt() : 0;
-  if (!controller.importLibraryPlaylist(args[3], names.playlists().value(index).name)) return 1;
+  if (!controller.importLibraryPlaylist(library, library.playlists().value(index).name)) return 1;
   std::printf("xml %zu entries %.3f s\n", controller.importedEntries().size(), timer.nsecsElapsed() / 1e9);
   return 0;
 }

@@ -67,20 +67,20 @@ int importPlaylist(const CliContext& context, const CommandArguments& args) {
   const QString path = libraryPath(context, args);
   if (path.isEmpty())
     return CliContext::failure(QStringLiteral("no music library file: pass --xml FILE or set \"%1\"").arg(SettingsKeys::iTunesLibraryXML));
-  QString name = args.value("--playlist");
+  int index = -1;
   if (args.has("--playlist-index")) {
     bool ok = false;
-    const int index = args.value("--playlist-index").toInt(&ok);
+    index = args.value("--playlist-index").toInt(&ok);
     if (!ok || index < 0) return CliContext::usage(QStringLiteral("--playlist-index needs a number from 0"));
-    LibraryXml library;
-    if (!library.read(path, false)) return CliContext::failure(library.error());
-    if (index >= library.playlists().size())
-      return CliContext::failure(QStringLiteral("the library has %1 playlists").arg(library.playlists().size()));
-    name = library.playlists()[index].name;
   }
+  LibraryXml library;
+  if (!library.read(path, true)) return CliContext::failure(library.error());
+  if (index >= library.playlists().size())
+    return CliContext::failure(QStringLiteral("the library has %1 playlists").arg(library.playlists().size()));
+  const QString name = index >= 0 ? library.playlists()[index].name : args.value("--playlist");
   MyController& controller = context.controller;
   QString error;
-  const bool ok = controller.importLibraryPlaylist(path, name, &error);
+  const bool ok = controller.importLibraryPlaylist(library, name, &error);
   if (!ok && !error.isEmpty()) std::fprintf(stderr, "%s\n", qPrintable(error));
   if (context.options.json) {
     JsonWriter json(stdout);

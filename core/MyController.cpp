@@ -156,8 +156,9 @@ void MyController::refreshCollectionStatistics() {
 
 QString MyController::totalDuration(const QVariantList& tracks) { return CollectionTotals::totalDuration(tracks); }
 
-ImportRun MyController::importRun() const {
-  return {iTunesAlbumsAdded_.get(), iTunesRatings_.get(), importedImages_.get(), &iTunesEntireLibrary_};
+ImportRun MyController::importRun() {
+  return {iTunesAlbumsAdded_.get(), iTunesRatings_.get(), importedImages_.get(), &iTunesEntireLibrary_,
+          iTunesAlbumsAdded_ ? &customFieldKeys_ : nullptr};
 }
 
 bool MyController::openImportRun() {
@@ -165,6 +166,7 @@ bool MyController::openImportRun() {
   iTunesAlbumsAdded_ = std::make_unique<QVariantMap>();
   iTunesRatings_ = std::make_unique<QVariantMap>();
   importedImages_ = std::make_unique<QVariantList>();
+  customFieldKeys_.clear();
   iTunesEntireLibrary_ = platform().musicLibraryTracks();
   return true;
 }
@@ -212,6 +214,10 @@ bool MyController::importLibraryPlaylist(const QString& xmlPath, const QString& 
     if (error) *error = library.error();
     return false;
   }
+  return importLibraryPlaylist(library, playlistName, error);
+}
+
+bool MyController::importLibraryPlaylist(const LibraryXml& library, const QString& playlistName, QString* error) {
   const QVariantList tracks = library.tracksOfPlaylistNamed(playlistName);
   if (tracks.isEmpty()) {
     if (error) *error = QStringLiteral("the playlist '%1' holds no track of the library").arg(playlistName);

@@ -2,6 +2,8 @@
 
 #include "CollectionTotals.h"
 #include "ImportRun.h"
+
+class LibraryXml;
 #include "MyControllerShared.h"
 
 #include <QVariantList>
@@ -57,10 +59,11 @@ class MyController : public MyControllerShared {
   // Imports the tracks of the first playlist of that name into a new collection "None", selected
   // and saved; false when the playlist has no track to import.
   bool importLibraryPlaylist(const QString& xmlPath, const QString& playlistName, QString* error = nullptr);
+  bool importLibraryPlaylist(const LibraryXml& library, const QString& playlistName, QString* error = nullptr);
   // The album table of an import; open() is a no-op when one is open already and then returns false.
   bool openImportRun();
   void closeImportRun();
-  ImportRun importRun() const;
+  ImportRun importRun();
 
   // State of one import run; empty outside an import.
   const QVariantList& iTunesEntireLibrary() const { return iTunesEntireLibrary_; }
@@ -74,6 +77,7 @@ class MyController : public MyControllerShared {
 
  private:
   std::vector<Entry*> importedEntries_;
+  QHash<QString, QString> customFieldKeys_;
   QVariantList iTunesEntireLibrary_;
   std::unique_ptr<QVariantMap> iTunesAlbumsAdded_, iTunesRatings_;
   std::unique_ptr<QVariantList> importedImages_;

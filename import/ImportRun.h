@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QVariantList>
 #include <QVariantMap>
 
@@ -11,4 +12,6 @@ struct ImportRun {
   QVariantMap* ratings = nullptr;      // album key -> list of ratings 0-10
   QVariantList* importedImages = nullptr;
   const QVariantList* entireLibrary = nullptr;
+  // Custom field title -> key ("" for none), asked of the settings once per run.
+  QHash<QString, QString>* customFieldKeys = nullptr;
 };

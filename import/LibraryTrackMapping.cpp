@@ -193,13 +193,21 @@ void setReleaseDate(Entry& entry, const QVariantMap& t) {
   if (d > sentinel && d.date().year() > 0) entry.setValue(QStringLiteral("releaseDate"), d);
 }
 
-void setCustomFields(MyControllerShared& c, Entry& entry, const QVariantMap& t) {
+std::optional<QString> customFieldKey(const MyFieldsControllerShared& fields, const ImportRun& run, const QString& title) {
+  if (!run.customFieldKeys) return fields.customFieldWithTitle(title);
+  auto it = run.customFieldKeys->constFind(title);
+  if (it == run.customFieldKeys->constEnd())
+    it = run.customFieldKeys->insert(title, fields.customFieldWithTitle(title).value_or(QString()));
+  return it->isEmpty() ? std::nullopt : std::optional<QString>(*it);
+}
+
+void setCustomFields(MyControllerShared& c, const ImportRun& run, Entry& entry, const QVariantMap& t) {
   const MyFieldsControllerShared* fields = c.fieldsController();
   if (!fields) return;
   for (const char* title : {"Grouping", "Bit Rate", "BPM", "Kind", "Encoded with", "Sample Rate", "Sample Size"}) {
     const QVariant v = t.value(QString::fromLatin1(title));
     if (v.isNull()) continue;
-    const auto key = fields->customFieldWithTitle(QString::fromLatin1(title));
+    const auto key = customFieldKey(*fields, run, QString::fromLatin1(title));
     if (!key || !entry.hasKey(*key) || !entry.value(*key).isNull()) continue;
     entry.setValue(*key, textOf(v));
   }
@@ -262,7 +270,7 @@ Entry* LibraryTrackMapping::entryForTrack(MyControllerShared& c, const ImportRun
   setReleaseDate(*entry, t);
   if (!d.composer.isNull() && entry->value(QStringLiteral("composer")).isNull())
     entry->setValue(QStringLiteral("composer"), d.composer);
-  setCustomFields(c, *entry, t);
+  setCustomFields(c, run, *entry, t);
   poolRating(run, *entry, d, t);
   return entry;
 }
