@@ -129,7 +129,7 @@ QStringList AudioFileImport::audioFilesIn(const QString& folder) {
   return paths;
 }
 
-int AudioFileImport::importFiles(MyControllerShared& c, const ImportRun& run, const QStringList& paths, int batchSize) {
+int AudioFileImport::importFiles(MyControllerShared& c, const ImportRun& run, const QStringList& paths, ImportBatch batch) {
   WindowSystem& ws = c.windowSystem();
   ws.showProgressSheet(c.frameworkBundle().localizedString(QStringLiteral("Importing..."), QStringLiteral("Importing...")),
                        QString(), int(paths.size()));
@@ -145,13 +145,16 @@ int AudioFileImport::importFiles(MyControllerShared& c, const ImportRun& run, co
     TagPipeline pipeline(paths, c.platform().tagReader(), threads, 64);
     for (qsizetype i = 0; i < paths.size(); ++i) {
       QVariantMap tags = pipeline.take(i);
+      bool made = false;
       if (!duplicate[size_t(i)]) {
         // Showing the list after every file would sort it 10,000 times: it is shown once, at the end.
+        const size_t before = c.managedObjectContext().entries().size();
         last = importTags(c, run, paths[i], tags, false);
+        made = c.managedObjectContext().entries().size() != before;
         ++imported;
       }
       ws.increaseProgress();
-      if ((i + 1) % batchSize == 0 && !c.saveManagedObjectContext()) break;
+      if (batch.add(made) && !c.saveManagedObjectContext()) break;
       if (ws.progressCancelled()) break;
     }
   }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ImportBatch.h"
 #include "ImportRun.h"
 
 #include <QStringList>
@@ -22,8 +23,8 @@ class AudioFileImport {
   // The audio files under the folder, subfolders included, in path order.
   static QStringList audioFilesIn(const QString& folder);
   // Imports the files in order under the progress sheet, reading tags on every core ahead of the
-  // store and saving every batchSize files. Stops after the current file when the user cancels.
+  // store and saving after every batch. Stops after the current file when the user cancels.
   // The number of files imported.
   static int importFiles(MyControllerShared& controller, const ImportRun& run, const QStringList& paths,
-                         int batchSize = 500);
+                         ImportBatch batch = ImportBatch());
 };

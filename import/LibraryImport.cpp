@@ -6,13 +6,12 @@
 #include "WindowSystem.h"
 
 std::vector<Entry*> LibraryImport::importTracks(MyControllerShared& c, const ImportRun& run, const QVariantList& tracks,
-                                                int batchSize) {
+                                                ImportBatch batch) {
   std::vector<Entry*> entries;
   WindowSystem& ws = c.windowSystem();
   ws.showProgressSheet(
       c.frameworkBundle().localizedString(QStringLiteral("ImportingFromItunes"), QStringLiteral("Importing from iTunes...")),
       QString(), int(tracks.size()));
-  int done = 0;
   for (const QVariant& value : tracks) {
     if (value.typeId() != QMetaType::QVariantMap) continue;
     const QVariantMap track = value.toMap();
@@ -24,7 +23,7 @@ std::vector<Entry*> LibraryImport::importTracks(MyControllerShared& c, const Imp
     ws.setProgressSubtitle(entry->stringValue(QStringLiteral("title")));
     if (!existed) entries.push_back(entry);
     ws.increaseProgress();
-    if (++done % batchSize == 0 && !c.saveManagedObjectContext()) break;
+    if (batch.add(!existed) && !c.saveManagedObjectContext()) break;
     if (ws.progressCancelled()) break;
   }
   ws.closeProgressSheet();

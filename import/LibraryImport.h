@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ImportBatch.h"
 #include "ImportRun.h"
 
 #include <QVariantList>
@@ -12,8 +13,8 @@ class MyControllerShared;
 class LibraryImport {
  public:
   // The entries this run created, in order (an album that grew is in it once). Movies, podcasts
-  // and TV shows are left out; the store is saved every batchSize tracks, and a cancel stops
+  // and TV shows are left out; the store is saved after every batch, and a cancel stops
   // after the current track, keeping what was imported.
   static std::vector<Entry*> importTracks(MyControllerShared& controller, const ImportRun& run,
-                                          const QVariantList& tracks, int batchSize = 500);
+                                          const QVariantList& tracks, ImportBatch batch = ImportBatch());
 };
