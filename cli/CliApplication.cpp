@@ -40,6 +40,8 @@ const QHash<QString, CommandInfo>& commands() {
       {"open", {Commands::open, true}},
       // Embedded covers are decoded as pictures.
       {"import", {Commands::import, true, true}},
+      {"tags", {Commands::tags, false}},
+      {"library", {Commands::library, false}},
       // Opens the catalogue itself: listing the layouts needs none.
       {"print", {Commands::print, false, true}},
   };

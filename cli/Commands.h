@@ -24,4 +24,6 @@ int print(const CliContext& context, const QStringList& args);
 int link(const CliContext& context, const QStringList& args);
 int open(const CliContext& context, const QStringList& args);
 int import(const CliContext& context, const QStringList& args);
+int tags(const CliContext& context, const QStringList& args);
+int library(const CliContext& context, const QStringList& args);
 }  // namespace Commands

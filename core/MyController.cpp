@@ -1,9 +1,14 @@
 #include "MyController.h"
 
+#include "AudioFileImport.h"
 #include "CollectionTotals.h"
 #include "Disc4ToDisc5.h"
 #include "Entry.h"
 #include "Freedb.h"
+#include "LibraryImport.h"
+#include "LibraryTrackMapping.h"
+#include "LibraryXml.h"
+#include "MyAudioMetadata.h"
 #include "MyFieldsController.h"
 #include "NewLinkProcessor.h"
 #include "Platform.h"
@@ -169,4 +174,79 @@ bool MyController::handleIncomingString(const QString& text) {
   windowSystem().bringToFront();
   windowSystem().showInternetSearchPanel(text, site);
   return true;
+}
+
+AlbumTable MyController::importRun() {
+  return {iTunesAlbumsAdded_.get(), iTunesRatings_.get(), importedImages_.get(), &iTunesEntireLibrary_,
+          iTunesAlbumsAdded_ ? &customFieldKeys_ : nullptr};
+}
+
+bool MyController::openImportRun() {
+  if (iTunesAlbumsAdded_) return false;
+  iTunesAlbumsAdded_ = std::make_unique<QVariantMap>();
+  iTunesRatings_ = std::make_unique<QVariantMap>();
+  importedImages_ = std::make_unique<QVariantList>();
+  customFieldKeys_.clear();
+  iTunesEntireLibrary_ = platform().musicLibraryTracks();
+  return true;
+}
+
+void MyController::closeImportRun() {
+  iTunesEntireLibrary_.clear();
+  iTunesAlbumsAdded_.reset();
+  iTunesRatings_.reset();
+  importedImages_.reset();
+}
+
+Entry* MyController::entryForiTunesTrack(const QVariantMap& track, bool* wasExisting) {
+  return LibraryTrackMapping::entryForTrack(*this, importRun(), track, wasExisting);
+}
+
+bool MyController::importAudioFile(const QString& path) {
+  if (AudioFileImport::isSkippedDuplicate(*this, path)) return false;
+  AudioFileImport::importTags(*this, importRun(), path, MyAudioMetadata::getMetadataForPath(path, platform().tagReader()));
+  return true;
+}
+
+bool MyController::openDirectory(const QString& path) {
+  const bool opened = openImportRun();
+  const int imported = AudioFileImport::importFiles(*this, importRun(), AudioFileImport::audioFilesIn(path));
+  if (opened) closeImportRun();
+  return imported > 0;
+}
+
+bool MyController::importItunesFromTracks(const QVariantList& tracks) {
+  const bool opened = openImportRun();
+  importedEntries_ = LibraryImport::importTracks(*this, importRun(), tracks);
+  if (opened) closeImportRun();
+  saveManagedObjectContext();
+  return !importedEntries_.empty();
+}
+
+QString MyController::libraryXmlPath() const {
+  const QString chosen = preferencesStandard().stringForKey(SettingsKeys::iTunesLibraryXML);
+  return chosen.isEmpty() ? LibraryXml::defaultPath() : chosen;
+}
+
+bool MyController::importLibraryPlaylist(const QString& xmlPath, const QString& playlistName, QString* error) {
+  LibraryXml library;
+  if (!library.read(xmlPath, true)) {
+    if (error) *error = library.error();
+    return false;
+  }
+  return importLibraryPlaylist(library, playlistName, error);
+}
+
+bool MyController::importLibraryPlaylist(const LibraryXml& library, const QString& playlistName, QString* error) {
+  const QVariantList tracks = library.tracksOfPlaylistNamed(playlistName);
+  if (tracks.isEmpty()) {
+    if (error) *error = QStringLiteral("the playlist '%1' holds no track of the library").arg(playlistName);
+    return false;
+  }
+  importItunesFromTracks(tracks);
+  // The library file names no collection for its playlists.
+  const QString name = QStringLiteral("None");
+  Collection* collection = collections().createCollectionNamed(name, importedEntries_);
+  collections().selectCollection(collection);
+  return saveManagedObjectContext();
 }

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "CollectionTotals.h"
+#include "AlbumTable.h"
+
+class LibraryXml;
 #include "MyControllerShared.h"
 
 #include <QVariantList>
@@ -55,15 +58,32 @@ class MyController : public MyControllerShared {
   bool openFile(const QString& path) override;
   // The File > Import... action: an open panel, then openFile for each chosen item.
   void importCollection();
-  bool importAudioFile(const QString& path);
-  bool openDirectory(const QString& path);
-  bool importItunesFromTracks(const QVariantList& tracks);
   // A single entry card: a native export holding one entry.
   static QString cardExtension() { return QStringLiteral("discarycard"); }
   bool openCardAtPath(const QString& path);
   // Selects the entry that the description names by "uid", or else by "title" and "artist".
   bool findEntry(const QVariantMap& description);
   bool installFolioExtras(const QString& path);
+  // Import of audio files and of the music library.
+  // The entry that now holds the track: the one this import made for its album, or a new one.
+  Entry* entryForiTunesTrack(const QVariantMap& track, bool* wasExisting);
+  // One audio file into an entry of "Imported Audio"; false when skipped as a duplicate.
+  bool importAudioFile(const QString& path);
+  // Every audio file under the folder, files of one album into one entry; false when none was imported.
+  bool openDirectory(const QString& path);
+  // Library track dictionaries into entries; false when no entry was made. importedEntries() holds them.
+  bool importItunesFromTracks(const QVariantList& tracks);
+  const std::vector<Entry*>& importedEntries() const { return importedEntries_; }
+  // The library file: the user's choice ("iTunes Library XML"), else the usual place; empty when none.
+  QString libraryXmlPath() const;
+  // Imports the tracks of the first playlist of that name into a new collection "None", selected
+  // and saved; false when the playlist has no track to import.
+  bool importLibraryPlaylist(const QString& xmlPath, const QString& playlistName, QString* error = nullptr);
+  bool importLibraryPlaylist(const LibraryXml& library, const QString& playlistName, QString* error = nullptr);
+  // The album table of an import; open() is a no-op when one is open already and then returns false.
+  bool openImportRun();
+  void closeImportRun();
+  AlbumTable importRun();
 
   // State of one import run; empty outside an import.
   const QVariantList& iTunesEntireLibrary() const { return iTunesEntireLibrary_; }
@@ -81,6 +101,8 @@ class MyController : public MyControllerShared {
   bool finishImport(ImportRun& run, const QString& collectionName, bool recognised, const QString& failure);
   bool notSupported(const QString& kind);
 
+  std::vector<Entry*> importedEntries_;
+  QHash<QString, QString> customFieldKeys_;
   QVariantList iTunesEntireLibrary_;
   std::unique_ptr<QVariantMap> iTunesAlbumsAdded_, iTunesRatings_;
   std::unique_ptr<QVariantList> importedImages_;

@@ -14,6 +14,8 @@ inline const QString bottomFields = QStringLiteral("Bottom Fields");
 inline const QString defaultColumns = QStringLiteral("DefaultColumns");
 inline const QString refreshItunesAuto = QStringLiteral("Refresh Itunes Auto");
 inline const QString lastItunes = QStringLiteral("Last Itunes");
+// The music player's XML library file chosen by the user (shown as "Music Library XML").
+inline const QString iTunesLibraryXML = QStringLiteral("iTunes Library XML");
 // The CDDB and web-search host, "host[:port]"; without a user value, a public freedb-compatible
 // server.
 inline const QString cddbServer = QStringLiteral("CDDB Server");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform.h"
+#include "TagLibReader.h"
 
 #include <QObject>
 #include <QSet>
@@ -26,6 +27,7 @@ class LinuxPlatform : public QObject, public Platform {
   // The file's MIME type by name and content, then the desktop's default application for it as
   // `xdg-mime query default` answers.
   QString applicationForFile(const QString& path) const override;
+  const TagReader* tagReader() const override { return &tagReader_; }
 
   struct Mount {
     QString device, mountPoint, type;
@@ -36,6 +38,7 @@ class LinuxPlatform : public QObject, public Platform {
   void mountTableChanged();
   QList<Mount> readMounts() const;
 
+  TagLibReader tagReader_;
   QString mountTable_;
   std::unique_ptr<QFile> file_;
   std::unique_ptr<QSocketNotifier> notifier_;

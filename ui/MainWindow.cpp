@@ -7,6 +7,7 @@
 #include "EntryTableModel.h"
 #include "FieldTypes.h"
 #include "HostKeys.h"
+#include "LibraryImportDialog.h"
 #include "MyController.h"
 #include "MyFieldsControllerShared.h"
 #include "PreferencesDialog.h"
@@ -146,6 +147,12 @@ void MainWindow::buildMenus() {
     controller_.importCollection();
     reloadAll();
   });
+  action(file, tr("Import Music &Library…"), QKeySequence(), [this] {
+    if (!LibraryImportDialog::run(controller_, this)) return;
+    collections_->reload();
+    refreshList();
+  });
+  file->addSeparator();
   // With the entry page focused this prints the page; otherwise the collection, in a layout.
   action(file, tr("&Print…"), QKeySequence::Print, [this] { controller_.printCollection(); });
   file->addSeparator();

@@ -5,14 +5,19 @@
 #include "HostKeys.h"
 #include "MyFieldsControllerShared.h"
 #include "Platform.h"
+#include "Picture.h"
 #include "PrintController.h"
 #include "Settings.h"
 #include "TemplateFile.h"
 #include "TextHelpers.h"
 #include "WindowSystem.h"
 
+#include <QBuffer>
 #include <QDateTime>
+#include <QDir>
+#include <QFile>
 #include <QFileInfo>
+#include <QImage>
 #include <QStandardPaths>
 #include <QUrl>
 #include <cstdio>
@@ -71,6 +76,33 @@ bool MyControllerShared::saveManagedObjectContext() {
   std::fprintf(stderr, "Error saving the catalogue: %s\n", qPrintable(error));
   windowSystem_.runAlert(localized(QStringLiteral("The catalogue could not be saved.")), error, {localized(QStringLiteral("OK"))});
   return false;
+}
+
+bool MyControllerShared::setCoverImage(Entry& entry, const QVariant& picture) {
+  const QString path = store_.coverPathOf(entry.uid());
+  if (path.isEmpty()) return false;
+  QByteArray bytes;
+  if (picture.userType() == qMetaTypeId<Picture>() && picture.value<Picture>().format == "jpeg") {
+    bytes = picture.value<Picture>().data;
+  } else {
+    const QImage image = picture.userType() == qMetaTypeId<Picture>() ? picture.value<Picture>().toImage()
+                                                                        : picture.value<QImage>();
+    if (image.isNull()) return false;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    if (!image.save(&buffer, "JPEG", 90)) return false;
+  }
+  // Every track of an album brings the same picture again: write it once.
+  const size_t hash = qHash(bytes);
+  if (coverHashes_.value(entry.uid()) == hash && QFileInfo::exists(path)) return true;
+  // A plain write: a cover is no catalogue data, and syncing each one would slow imports down.
+  QFile file(path);
+  if (!QDir().mkpath(QFileInfo(path).absolutePath()) || !file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
+    std::fprintf(stderr, "Could not write the cover %s\n", qPrintable(path));
+    return false;
+  }
+  coverHashes_.insert(entry.uid(), hash);
+  return true;
 }
 
 void MyControllerShared::addEntry(Entry* entry, Collection* collection) { store_.addEntryToCollection(entry, collection); }

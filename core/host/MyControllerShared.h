@@ -15,6 +15,7 @@
 
 class Entry;
 class Link;
+class QImage;
 class MyFieldsControllerShared;
 class Platform;
 class PrintController;
@@ -83,6 +84,9 @@ class MyControllerShared {
   virtual bool handleIncomingString(const QString& text);
   Entry* entryWithLink(const QString& url) { return store_.entryWithLink(url); }
   bool importDuplicates() const;
+  // Writes the picture (a QImage or a Picture) as the entry's cover, "Covers/<uid>.jpg" in the
+  // data folder; false when it is no picture or cannot be written.
+  bool setCoverImage(Entry& entry, const QVariant& picture);
   void showAddPanel() { addPanel_.setVisible(true); }
   void clearAddPanel() { addPanel_.clear(); }
   void closeAddPanel() { addPanel_.setVisible(false); }
@@ -145,4 +149,5 @@ class MyControllerShared {
   std::unique_ptr<MyFieldsControllerShared> fieldsController_;
   QString coverImageAddressPrefix_;
   std::unique_ptr<PrintController> print_;
+  QHash<qint64, size_t> coverHashes_;  // what each cover written by this process holds
 };

@@ -5,6 +5,8 @@
 #include <QVariantList>
 #include <functional>
 
+class TagReader;
+
 // What the product needs of the desktop it runs on.
 class Platform {
  public:
@@ -25,4 +27,6 @@ class Platform {
     Q_UNUSED(path);
     return {};
   }
+  // The reader of audio tags; null where no media framework is available.
+  virtual const TagReader* tagReader() const { return nullptr; }
 };

@@ -15,6 +15,7 @@ class FakePlatform : public Platform {
   QStringList mountedRemovableVolumes() const override { return volumes; }
   bool eject(const QString& volumePath) override;
   QVariantList musicLibraryTracks() override;
+  const TagReader* tagReader() const override { return reader; }
 
   void mount(const QString& path);
   QString applicationForFile(const QString& path) const override { return applications.value(path); }
@@ -22,6 +23,7 @@ class FakePlatform : public Platform {
   QStringList volumes, ejected;
   QVariantList library;
   QHash<QString, QString> applications;  // file path -> the application that opens it
+  const TagReader* reader = nullptr;
   std::atomic<int> libraryReads{0};
   std::vector<std::function<void(const QString&)>> mountHandlers;
 };

@@ -42,8 +42,8 @@ class FakeWindowSystem : public WindowSystem {
   int chooseAnswer = 0;
   QStringList alerts, alertMessages, progressTitles, notices;
   QStringList openPanelAnswer, openPanelTypes;
-  int progressSteps = 0, cancelAfterSteps = -1;
   int openSheets = 0;
+  int progressSteps = 0, cancelAfterSteps = -1;  // the user cancels once that many steps are shown
   double noticeSeconds = 0;
   bool entryPageFocused = false;
   int entryPagesPrinted = 0, printDialogs = 0;

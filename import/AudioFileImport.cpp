@@ -1,0 +1,165 @@
+#include "AudioFileImport.h"
+
+#include "Entry.h"
+#include "LibraryTrackMapping.h"
+#include "MyAudioMetadata.h"
+#include "MyControllerShared.h"
+#include "Platform.h"
+#include "WindowSystem.h"
+
+#include <QDirIterator>
+#include <QFileInfo>
+#include <QSet>
+#include <QThread>
+#include <atomic>
+#include <condition_variable>
+#include <mutex>
+#include <optional>
+#include <thread>
+
+namespace {
+
+// Reads tags on worker threads, at most `window` files ahead of the one the store takes next.
+class TagPipeline {
+ public:
+  TagPipeline(const QStringList& paths, const TagReader* reader, int threads, int window)
+      : paths_(paths), reader_(reader), window_(window), results_(size_t(paths.size())) {
+    for (int i = 0; i < threads; ++i) workers_.emplace_back([this] { run(); });
+  }
+  ~TagPipeline() {
+    {
+      std::lock_guard lock(mutex_);
+      stopped_ = true;
+    }
+    changed_.notify_all();
+    for (std::thread& t : workers_) t.join();
+  }
+
+  QVariantMap take(qsizetype index) {
+    std::unique_lock lock(mutex_);
+    changed_.wait(lock, [&] { return results_[size_t(index)].has_value(); });
+    QVariantMap result = std::move(*results_[size_t(index)]);
+    results_[size_t(index)].reset();
+    taken_ = index + 1;
+    lock.unlock();
+    changed_.notify_all();
+    return result;
+  }
+
+ private:
+  void run() {
+    for (;;) {
+      qsizetype index;
+      {
+        std::unique_lock lock(mutex_);
+        changed_.wait(lock, [&] { return stopped_ || next_ >= paths_.size() || next_ < taken_ + window_; });
+        if (stopped_ || next_ >= paths_.size()) return;
+        index = next_++;
+      }
+      QVariantMap tags = MyAudioMetadata::getMetadataForPath(paths_[index], reader_);
+      {
+        std::lock_guard lock(mutex_);
+        results_[size_t(index)] = std::move(tags);
+      }
+      changed_.notify_all();
+    }
+  }
+
+  const QStringList& paths_;
+  const TagReader* reader_;
+  const qsizetype window_;
+  std::vector<std::optional<QVariantMap>> results_;
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  qsizetype next_ = 0, taken_ = 0;
+  bool stopped_ = false;
+  std::vector<std::thread> workers_;
+};
+
+QString importedAudioName(const MyControllerShared& c) {
+  return c.frameworkBundle().localizedString(QStringLiteral("Imported Audio"), QStringLiteral("Imported Audio"));
+}
+
+void show(MyControllerShared& c, Collection* collection, Entry* entry) {
+  c.collections().selectCollection(collection);
+  c.entriesController().rearrangeObjects();
+  c.selectEntry(entry);
+}
+
+}  // namespace
+
+bool AudioFileImport::isSkippedDuplicate(MyControllerShared& c, const QString& path) {
+  return c.entryWithLink(linkText(path)) && !c.importDuplicates();
+}
+
+Entry* AudioFileImport::importTags(MyControllerShared& c, const AlbumTable& run, const QString& path, const QVariantMap& metadata,
+                                   bool select) {
+  bool existed = false;
+  Entry* entry = LibraryTrackMapping::entryForTrack(c, run, metadata, &existed);
+  c.windowSystem().setProgressSubtitle(entry->stringValue(QStringLiteral("title")));
+  entry->setValue(QStringLiteral("format"), QStringLiteral("Digital"));
+  const QString baseName = QFileInfo(path).completeBaseName();
+  if (entry->value(QStringLiteral("title")).isNull()) entry->setValue(QStringLiteral("title"), baseName);
+  std::unique_ptr<Link> link = Store::newLink();
+  link->setValue(QStringLiteral("name"), baseName);
+  link->setValue(QStringLiteral("type"), QStringLiteral("Audio"));
+  link->setValue(QStringLiteral("url"), linkText(path));
+  const qint64 trackNumber = metadata.value(QStringLiteral("Track Number")).toLongLong();
+  link->setValue(QStringLiteral("position"), trackNumber != 0 ? trackNumber : qint64(entry->linksSet().size()));
+  entry->addLink(std::move(link));
+  const QString name = importedAudioName(c);
+  CollectionsController& collections = c.collections();
+  Collection* collection = collections.collectionWithName(name, true);
+  if (!collection) collection = collections.createCollectionNamed(name, {});
+  if (!existed) c.addEntry(entry, collection);
+  if (select) show(c, collection, entry);
+  return entry;
+}
+
+QStringList AudioFileImport::audioFilesIn(const QString& folder) {
+  static const QSet<QString> extensions = {"mp3", "m4a", "m4b", "m4p", "mp4", "aac", "flac", "ogg", "oga", "opus",
+                                           "aif", "aiff", "aifc", "wav", "wv", "ape", "mpc", "wma", "spx", "tta"};
+  QStringList paths;
+  QDirIterator it(folder, QDir::Files | QDir::Readable | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+  while (it.hasNext()) {
+    const QString path = it.next();
+    if (extensions.contains(QFileInfo(path).suffix().toLower())) paths << path;
+  }
+  std::sort(paths.begin(), paths.end());
+  return paths;
+}
+
+int AudioFileImport::importFiles(MyControllerShared& c, const AlbumTable& run, const QStringList& paths, ImportBatch batch) {
+  WindowSystem& ws = c.windowSystem();
+  ws.showProgressSheet(c.frameworkBundle().localizedString(QStringLiteral("Importing..."), QStringLiteral("Importing...")),
+                       QString(), int(paths.size()));
+  const int threads = std::clamp(QThread::idealThreadCount(), 1, 8);
+  int imported = 0;
+  Entry* last = nullptr;
+  // Paths are distinct, so only what the catalogue held before can make a duplicate; asked with
+  // nothing unsaved, each look-up is one indexed query instead of a walk over unsaved links.
+  if (c.managedObjectContext().hasChanges()) c.saveManagedObjectContext();
+  std::vector<bool> duplicate(size_t(paths.size()), false);
+  for (qsizetype i = 0; i < paths.size(); ++i) duplicate[size_t(i)] = isSkippedDuplicate(c, paths[i]);
+  {
+    TagPipeline pipeline(paths, c.platform().tagReader(), threads, 64);
+    for (qsizetype i = 0; i < paths.size(); ++i) {
+      QVariantMap tags = pipeline.take(i);
+      bool made = false;
+      if (!duplicate[size_t(i)]) {
+        // Showing the list after every file would sort it 10,000 times: it is shown once, at the end.
+        const size_t before = c.managedObjectContext().entries().size();
+        last = importTags(c, run, paths[i], tags, false);
+        made = c.managedObjectContext().entries().size() != before;
+        ++imported;
+      }
+      ws.increaseProgress();
+      if (batch.add(made) && !c.saveManagedObjectContext()) break;
+      if (ws.progressCancelled()) break;
+    }
+  }
+  c.saveManagedObjectContext();
+  ws.closeProgressSheet();
+  if (last) show(c, c.collections().collectionWithName(importedAudioName(c), true), last);
+  return imported;
+}

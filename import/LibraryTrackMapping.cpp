@@ -1,0 +1,276 @@
+#include "LibraryTrackMapping.h"
+
+#include "Entry.h"
+#include "MyAudioMetadata.h"
+#include "MyControllerShared.h"
+#include "MyFieldsControllerShared.h"
+#include "Picture.h"
+#include "Platform.h"
+#include "TextHelpers.h"
+
+#include <QDateTime>
+#include <QUrl>
+
+namespace {
+
+const QString kVariousArtists = QStringLiteral("Various Artists");
+const QString kVariousComposers = QStringLiteral("Various Composers");
+
+QString trimmed(const QVariant& v) { return TextHelpers::stringByRemovingLeadingAndTrailingSpaces(v.toString()); }
+
+// A number read leniently: the library gives integers, tags give texts such as "5/12".
+qint64 integerOf(const QVariant& v) {
+  if (v.typeId() == QMetaType::QString) return TextHelpers::myIntValue(v.toString());
+  return v.toLongLong();
+}
+
+QString textOf(const QVariant& v) {
+  if (v.typeId() == QMetaType::Double) return QString::number(v.toDouble());
+  return v.toString();
+}
+
+struct Derived {
+  std::optional<QString> name;
+  QString album, artist;
+  std::optional<QString> albumArtist;
+  QVariant composer;
+  qint64 seconds = 0, discNumber = 0;
+  QString timeText;
+  bool compilation = false;
+  QString key;
+};
+
+Derived derive(const QVariantMap& t, const QString& unknown) {
+  Derived d;
+  if (t.contains(QStringLiteral("Name"))) d.name = trimmed(t.value(QStringLiteral("Name")));
+  d.album = t.contains(QStringLiteral("Album")) ? trimmed(t.value(QStringLiteral("Album"))) : unknown;
+  if (t.contains(QStringLiteral("Album Artist"))) d.albumArtist = trimmed(t.value(QStringLiteral("Album Artist")));
+  if (t.contains(QStringLiteral("Artist"))) d.artist = trimmed(t.value(QStringLiteral("Artist")));
+  else if (d.albumArtist && !d.albumArtist->isEmpty()) d.artist = *d.albumArtist;
+  d.composer = t.value(QStringLiteral("Composer"));
+  d.seconds = integerOf(t.value(QStringLiteral("Total Time"))) / 1000;
+  d.timeText = TextHelpers::timeStringWithSeconds(d.seconds);
+  d.discNumber = integerOf(t.value(QStringLiteral("Disc Number")));
+  d.compilation = integerOf(t.value(QStringLiteral("Compilation"))) != 0 || t.value(QStringLiteral("Compilation")).toBool();
+  d.key = LibraryTrackMapping::albumKey(t, unknown);
+  return d;
+}
+
+std::unique_ptr<Track> newTrack(const Derived& d, qint64 position) {
+  std::unique_ptr<Track> track = Store::newTrack();
+  track->setValue(QStringLiteral("name"), *d.name);
+  track->setValue(QStringLiteral("position"), position);
+  track->setValue(QStringLiteral("duration"), d.timeText);
+  return track;
+}
+
+void setTrackCount(Entry& entry) {
+  entry.setValue(QStringLiteral("numberOfTracks"), QString::number(entry.tracksSet().size()));
+}
+
+void addToExisting(Entry& entry, const Derived& d, const QVariantMap& t) {
+  const QVariant entryArtist = entry.value(QStringLiteral("artist"));
+  bool ownArtist = false, ownComposer = false;
+  if (entryArtist.isNull() || d.artist != entryArtist.toString()) {
+    ownArtist = true;
+    const QString e = entryArtist.toString();
+    if (e != kVariousArtists) {
+      for (const auto& track : entry.tracksSet())
+        if (track->value(QStringLiteral("artist")).isNull()) track->setValue(QStringLiteral("artist"), entryArtist);
+      const QVariant given = t.value(QStringLiteral("Album Artist"));
+      if (given.isNull() || entryArtist.isNull() || given.toString() != e)
+        entry.setValue(QStringLiteral("artist"), kVariousArtists);
+    }
+  }
+  const QVariant entryComposer = entry.value(QStringLiteral("composer"));
+  if (!d.composer.isNull() && !entryComposer.isNull() && d.composer.toString() != entryComposer.toString()) {
+    ownComposer = true;
+    if (entry.tracksSet().size() == 1) {
+      entry.tracksSet().front()->setValue(QStringLiteral("composer"), entryComposer);
+      entry.setValue(QStringLiteral("composer"), kVariousComposers);
+    }
+  }
+  if (d.name) {
+    const qint64 t0 = integerOf(t.value(QStringLiteral("Track Number")));
+    qint64 p = qint64(entry.tracksSet().size());
+    if (t0 != 0) {
+      p = t0 - 1;
+      if (d.discNumber > 1) p += (d.discNumber - 1) * 100;
+    }
+    std::unique_ptr<Track> track = newTrack(d, p);
+    if (ownArtist) track->setValue(QStringLiteral("artist"), d.artist);
+    if (ownComposer) track->setValue(QStringLiteral("composer"), d.composer);
+    entry.addTrack(std::move(track));
+    setTrackCount(entry);
+  }
+  const qint64 before = TextHelpers::secondsAsTimeString(entry.stringValue(QStringLiteral("duration")));
+  entry.setValue(QStringLiteral("duration"), TextHelpers::timeStringWithSeconds(before + d.seconds));
+}
+
+Entry* newEntry(MyControllerShared& c, const AlbumTable& run, const Derived& d, const QVariantMap& t, const QString& unknown) {
+  Entry* entry = c.managedObjectContext().insertEntry();
+  const QDateTime now = QDateTime::currentDateTimeUtc();
+  entry->setValue(QStringLiteral("dateEdited"), now);
+  entry->setValue(QStringLiteral("dateAdded"), now);
+  entry->setValue(QStringLiteral("title"), d.album);
+  if (!d.artist.isEmpty()) entry->setValue(QStringLiteral("artist"), d.artist);
+  if (d.name) {
+    const qint64 t0 = integerOf(t.value(QStringLiteral("Track Number")));
+    qint64 p = 0;
+    if (t0 != 0) {
+      p = t0 - 1;
+      if (d.discNumber >= 2 && d.discNumber <= 99) p += (d.discNumber - 1) * 100;
+    }
+    std::unique_ptr<Track> track = newTrack(d, p);
+    const bool differs = d.albumArtist && *d.albumArtist != d.artist;
+    if (!d.artist.isEmpty() && (d.albumArtist == unknown || d.albumArtist == kVariousArtists || differs)) {
+      if (differs) entry->setValue(QStringLiteral("artist"), kVariousArtists);
+      track->setValue(QStringLiteral("artist"), d.artist);
+    }
+    entry->setValue(QStringLiteral("duration"), d.timeText);
+    entry->addTrack(std::move(track));
+    setTrackCount(*entry);
+  }
+  entry->setValue(QStringLiteral("itunes"), 1);
+  const QVariant added = t.value(QStringLiteral("Date Added"));
+  if (added.typeId() == QMetaType::QDateTime && added.toDateTime().isValid()) entry->setValue(QStringLiteral("dateAdded"), added);
+  if (run.albumsAdded) run.albumsAdded->insert(d.key, entry->uid());
+  return entry;
+}
+
+// A picture from the library (an image) or from a file's tags (its bytes); null otherwise.
+QVariant pictureOf(const QVariant& v) { return Picture::sizeOf(v).isValid() ? v : QVariant(); }
+
+// The library gives a track's file as a "file://" address.
+QVariant pictureInFileAt(MyControllerShared& c, const QVariant& location) {
+  const QUrl url(location.toString());
+  if (!url.isLocalFile()) return {};
+  return pictureOf(MyAudioMetadata::getMetadataForPath(url.toLocalFile(), c.platform().tagReader()).value(QStringLiteral("image")));
+}
+
+void settleCover(MyControllerShared& c, const AlbumTable& run, Entry& entry, const QVariantMap& t) {
+  const qint64 uid = entry.uid();
+  if (run.importedImages && run.importedImages->contains(uid)) return;
+  const auto settled = [&] {
+    if (run.importedImages) run.importedImages->append(uid);
+  };
+  if (const QVariant artwork = pictureOf(t.value(QStringLiteral("artwork"))); artwork.isValid()) {
+    if (c.setCoverImage(entry, artwork)) settled();
+  } else if (t.contains(QStringLiteral("Persistent ID"))) {
+    const QString id = t.value(QStringLiteral("Persistent ID")).toString();
+    if (run.entireLibrary && LibraryTrackMapping::lookForiTunesImage(c, id, entry, *run.entireLibrary)) settled();
+    // With no player to ask, the picture embedded in the track's own file stands in.
+    else if (const QVariant embedded = pictureInFileAt(c, t.value(QStringLiteral("Location")));
+             embedded.isValid() && c.setCoverImage(entry, embedded))
+      settled();
+  } else if (const QVariant image = pictureOf(t.value(QStringLiteral("image"))); image.isValid()) {
+    c.setCoverImage(entry, image);
+  }
+}
+
+void fillWhenEmpty(MyControllerShared& c, Entry& entry, const QVariantMap& t) {
+  const auto fill = [&](const char* key, const char* attribute, const QVariant& value) {
+    if (t.contains(QString::fromLatin1(key)) && entry.value(QString::fromLatin1(attribute)).isNull())
+      entry.setValue(QString::fromLatin1(attribute), value);
+  };
+  fill("Genre", "genre", TextHelpers::stringByReplacingHTMLEncoding(t.value(QStringLiteral("Genre")).toString()));
+  fill("Sort Album Artist", "sortArtist", t.value(QStringLiteral("Sort Album Artist")));
+  fill("Disc Count", "discs", QString::number(integerOf(t.value(QStringLiteral("Disc Count")))));
+  fill("Sort Album", "sortTitle", t.value(QStringLiteral("Sort Album")));
+  fill("Comments", "comments", t.value(QStringLiteral("Comments")));
+  Q_UNUSED(c);
+}
+
+void setReleaseDate(Entry& entry, const QVariantMap& t) {
+  const QVariant year = t.value(QStringLiteral("Year"));
+  if (year.isNull() || !entry.value(QStringLiteral("releaseDate")).isNull()) return;
+  static const QDateTime sentinel = TextHelpers::myDateWithNaturalLanguageString(QStringLiteral("01/01/1001"))
+                                        .value_or(QDateTime(QDate(1001, 1, 1), QTime(12, 0), Qt::UTC));
+  const QString y = year.typeId() == QMetaType::QString ? year.toString() : QString::number(year.toLongLong());
+  const auto parsed = TextHelpers::myDateWithNaturalLanguageString(y);
+  if (!parsed) return;
+  const QDateTime d = parsed->addSecs(-172800);
+  if (d > sentinel && d.date().year() > 0) entry.setValue(QStringLiteral("releaseDate"), d);
+}
+
+std::optional<QString> customFieldKey(const MyFieldsControllerShared& fields, const AlbumTable& run, const QString& title) {
+  if (!run.customFieldKeys) return fields.customFieldWithTitle(title);
+  auto it = run.customFieldKeys->constFind(title);
+  if (it == run.customFieldKeys->constEnd())
+    it = run.customFieldKeys->insert(title, fields.customFieldWithTitle(title).value_or(QString()));
+  return it->isEmpty() ? std::nullopt : std::optional<QString>(*it);
+}
+
+void setCustomFields(MyControllerShared& c, const AlbumTable& run, Entry& entry, const QVariantMap& t) {
+  const MyFieldsControllerShared* fields = c.fieldsController();
+  if (!fields) return;
+  for (const char* title : {"Grouping", "Bit Rate", "BPM", "Kind", "Encoded with", "Sample Rate", "Sample Size"}) {
+    const QVariant v = t.value(QString::fromLatin1(title));
+    if (v.isNull()) continue;
+    const auto key = customFieldKey(*fields, run, QString::fromLatin1(title));
+    if (!key || !entry.hasKey(*key) || !entry.value(*key).isNull()) continue;
+    entry.setValue(*key, textOf(v));
+  }
+}
+
+void poolRating(const AlbumTable& run, Entry& entry, const Derived& d, const QVariantMap& t) {
+  if (!t.contains(QStringLiteral("Rating"))) return;
+  const qint64 r = integerOf(t.value(QStringLiteral("Rating"))) / 10;
+  if (r < 0 || r > 10) return;
+  QVariantList ratings = run.ratings ? run.ratings->value(d.key).toList() : QVariantList();
+  ratings << r;
+  if (run.ratings) run.ratings->insert(d.key, ratings);
+  qint64 sum = 0;
+  for (const QVariant& v : std::as_const(ratings)) sum += v.toLongLong();
+  entry.setValue(QStringLiteral("myRating"), sum / ratings.size());
+}
+
+}  // namespace
+
+QString LibraryTrackMapping::albumKey(const QVariantMap& t, const QString& unknown) {
+  const QString album = t.contains(QStringLiteral("Album")) ? trimmed(t.value(QStringLiteral("Album"))) : unknown;
+  const QString albumArtist = trimmed(t.value(QStringLiteral("Album Artist")));
+  if (!albumArtist.isEmpty()) return album + albumArtist;
+  const bool compilation = integerOf(t.value(QStringLiteral("Compilation"))) != 0 || t.value(QStringLiteral("Compilation")).toBool();
+  if (compilation) return album;
+  const QString artist = t.contains(QStringLiteral("Artist")) ? trimmed(t.value(QStringLiteral("Artist"))) : QString();
+  return album + artist;
+}
+
+bool LibraryTrackMapping::lookForiTunesImage(MyControllerShared& controller, const QString& persistentID, Entry& entry,
+                                             const QVariantList& library) {
+  if (persistentID.isEmpty()) return false;
+  for (const QVariant& v : library) {
+    const QVariantMap track = v.toMap();
+    if (track.value(QStringLiteral("Persistent ID")).toString() != persistentID) continue;
+    const QVariant artwork = pictureOf(track.value(QStringLiteral("artwork")));
+    return artwork.isValid() && controller.setCoverImage(entry, artwork);
+  }
+  return false;
+}
+
+Entry* LibraryTrackMapping::entryForTrack(MyControllerShared& c, const AlbumTable& run, const QVariantMap& t, bool* wasExisting) {
+  const QString unknown = c.frameworkBundle().localizedString(QStringLiteral("Unknown"), QStringLiteral("Unknown"));
+  const Derived d = derive(t, unknown);
+  Entry* entry = nullptr;
+  if (run.albumsAdded && run.albumsAdded->contains(d.key))
+    entry = c.managedObjectContext().entryWithUID(run.albumsAdded->value(d.key).toLongLong());
+  if (entry) {
+    if (wasExisting) *wasExisting = true;
+    addToExisting(*entry, d, t);
+  } else {
+    entry = newEntry(c, run, d, t, unknown);
+  }
+  settleCover(c, run, *entry, t);
+  // The entry's "disc" is not kept by this catalogue and reads as zero.
+  if (d.discNumber > 0) entry->setValue(QStringLiteral("discs"), QString::number(d.discNumber));
+  if (t.contains(QStringLiteral("summary"))) entry->setValue(QStringLiteral("summary"), t.value(QStringLiteral("summary")));
+  fillWhenEmpty(c, *entry, t);
+  if (d.albumArtist) entry->setValue(QStringLiteral("artist"), *d.albumArtist);
+  setReleaseDate(*entry, t);
+  if (!d.composer.isNull() && entry->value(QStringLiteral("composer")).isNull())
+    entry->setValue(QStringLiteral("composer"), d.composer);
+  setCustomFields(c, run, *entry, t);
+  poolRating(run, *entry, d, t);
+  return entry;
+}

@@ -1,0 +1,106 @@
+#include "CollectionsController.h"
+#include "ImportFixture.h"
+#include "LibraryXml.h"
+
+#include <QFile>
+
+namespace {
+
+const QString beets = QStringLiteral(DISCARY_TEST_DATA "/library-xml/beets_itunes_library_unix.xml");
+
+class LibraryXmlTest : public ImportFixture {
+ protected:
+  QString write(const char* name, const QByteArray& bytes) {
+    QFile f(dir.filePath(name));
+    EXPECT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write(bytes);
+    return f.fileName();
+  }
+  static QByteArray plist(const QByteArray& body) {
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict>" + body + "</dict></plist>\n";
+  }
+};
+
+}  // namespace
+
+TEST_F(LibraryXmlTest, ReadsPlaylistsAndTracksOfARealLibrary) {
+  LibraryXml library;
+  ASSERT_TRUE(library.read(beets, false)) << qPrintable(library.error());
+  ASSERT_EQ(library.playlists().size(), 2);
+  EXPECT_EQ(library.playlists()[0].name, "Library");
+  EXPECT_EQ(library.playlists()[1].name, "Music");
+  EXPECT_TRUE(library.tracks().isEmpty());
+
+  ASSERT_TRUE(library.read(beets, true));
+  const QVariantList tracks = library.tracksOfPlaylistNamed("Music");
+  ASSERT_EQ(tracks.size(), 3);
+  const QVariantMap first = tracks.first().toMap();
+  EXPECT_EQ(first.value("Album"), "An Awesome Wave");
+  EXPECT_EQ(first.value("Date Added").toDateTime(), QDateTime(QDate(2014, 4, 24), QTime(9, 28, 38), Qt::UTC));
+  EXPECT_EQ(tracks[2].toMap().value("Name").toString(), QString::fromUtf8("❦ (Ripe & Ruin)"));
+}
+
+TEST_F(LibraryXmlTest, APlaylistBecomesOneEntryPerAlbumInTheCollectionNone) {
+  ASSERT_TRUE(controller->importLibraryPlaylist(beets, "Music"));
+  ASSERT_EQ(controller->importedEntries().size(), 1u);
+  Entry* entry = controller->importedEntries().front();
+  EXPECT_EQ(entry->stringValue("title"), "An Awesome Wave");
+  EXPECT_EQ(entry->stringValue("artist"), "alt-J");
+  EXPECT_EQ(entry->tracksSet().size(), 3u);
+  EXPECT_EQ(entry->value("myRating"), 9);  // ratings 80 and 100; a track without rating adds none
+  Collection* none = controller->collections().collectionWithName("None", false);
+  ASSERT_TRUE(none);
+  EXPECT_EQ(controller->collections().entriesIn(none).size(), 1u);
+  EXPECT_FALSE(controller->managedObjectContext().hasChanges());
+  EXPECT_EQ(windowSystem.progressTitles, QStringList{"Importing from iTunes..."});
+  EXPECT_FALSE(controller->importLibraryPlaylist(beets, "No Such Playlist"));
+}
+
+TEST_F(LibraryXmlTest, SkipsMoviesAndPodcastsAndCountsOnlyWhatItImports) {
+  const QVariantList tracks{QVariantMap{{"Album", "A"}, {"Name", "1"}}, QVariantMap{{"Album", "A"}, {"Name", "2"}, {"Podcast", true}},
+                            QVariantMap{{"Album", "B"}, {"Name", "3"}, {"Movie", true}}, QVariant("not a track"),
+                            QVariantMap{{"Album", "A"}, {"Name", "4"}}};
+  EXPECT_TRUE(controller->importItunesFromTracks(tracks));
+  EXPECT_EQ(windowSystem.progressSteps, 2);
+  ASSERT_EQ(controller->importedEntries().size(), 1u);
+  EXPECT_EQ(controller->importedEntries().front()->tracksSet().size(), 2u);
+}
+
+TEST_F(LibraryXmlTest, HostileFilesAreRefusedOrReadInPart) {
+  LibraryXml library;
+  EXPECT_FALSE(library.read(dir.filePath("missing.xml"), true));
+  EXPECT_FALSE(library.error().isEmpty());
+  EXPECT_FALSE(library.read(write("garbage.xml", QByteArray(4096, '\x9c')), true));
+  EXPECT_FALSE(library.read(write("html.xml", "<html><body>no plist</body></html>"), true));
+  QFile real(beets);
+  ASSERT_TRUE(real.open(QIODevice::ReadOnly));
+  EXPECT_FALSE(library.read(write("truncated.xml", real.readAll().left(3000)), true));
+
+  QByteArray deep;
+  for (int i = 0; i < 100000; ++i) deep += "<array>";
+  EXPECT_FALSE(library.read(write("deep.xml", plist("<key>Tracks</key><dict><key>1</key><dict><key>x</key>" + deep)), true));
+
+  // Wrong types: a string track id, a playlist that is no dictionary, items without ids,
+  // tracks that are no dictionaries: what can be read is read.
+  const QByteArray lying = plist(
+      "<key>Tracks</key><dict>"
+      "<key>7</key><dict><key>Name</key><string>Seven</string><key>Album</key><integer>12</integer>"
+      "<key>Track Number</key><string>three</string></dict>"
+      "<key>eight</key><dict><key>Name</key><string>Eight</string></dict>"
+      "<key>9</key><string>not a dict</string></dict>"
+      "<key>Playlists</key><array><string>odd</string>"
+      "<dict><key>Name</key><string>Mix</string><key>Playlist Items</key><array>"
+      "<dict><key>Track ID</key><integer>7</integer></dict><dict><key>Track ID</key><string>7</string></dict>"
+      "<dict/><dict><key>Track ID</key><integer>404</integer></dict><string>x</string></array></dict>"
+      "<dict><key>Name</key><array/></dict></array>");
+  ASSERT_TRUE(library.read(write("lying.xml", lying), true)) << qPrintable(library.error());
+  ASSERT_EQ(library.playlists().size(), 3);
+  EXPECT_EQ(library.playlists()[1].trackIDs, (QList<qint64>{7, 7, 404}));
+  EXPECT_EQ(library.tracks().size(), 1);
+  const QVariantList mix = library.tracksOfPlaylistNamed("Mix");
+  ASSERT_EQ(mix.size(), 2);
+  EXPECT_TRUE(controller->importItunesFromTracks(mix));
+  Entry* entry = controller->importedEntries().front();
+  EXPECT_EQ(entry->stringValue("title"), "12");
+  EXPECT_EQ(entry->tracksSet().size(), 2u);
+}
