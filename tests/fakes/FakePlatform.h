@@ -13,6 +13,11 @@ class FakePlatform : public Platform {
   QStringList mountedRemovableVolumes() const override { return volumes; }
   bool eject(const QString& volumePath) override;
   QVariantList musicLibraryTracks() override;
+  // Real files: tests put ".TOC.plist" files in temporary folders.
+  bool fileExists(const QString& path) const override;
+  std::optional<QVariantMap> propertyListDictionary(const QString& path) const override;
+  std::optional<QVariantMap> driveTableOfContents(const QString&) const override { return drive; }
+  MusicPlayer* musicPlayer() override { return player; }
 
   void mount(const QString& path);
 
@@ -20,4 +25,6 @@ class FakePlatform : public Platform {
   QVariantList library;
   std::atomic<int> libraryReads{0};
   std::vector<std::function<void(const QString&)>> mountHandlers;
+  std::optional<QVariantMap> drive;  // the audio CD in the drive
+  MusicPlayer* player = nullptr;
 };

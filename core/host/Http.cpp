@@ -1,0 +1,64 @@
+#include "Http.h"
+
+#include <QEventLoop>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QNetworkRequest>
+#include <QThread>
+#include <QTimer>
+#include <memory>
+
+QUrl Http::address(const QString& hostAndPort, const QString& path) {
+  QUrl url(QStringLiteral("http://") + hostAndPort.trimmed() + path, QUrl::StrictMode);
+  if (!url.isValid() || url.host().isEmpty() || url.scheme() != QLatin1String("http")) return {};
+  return url;
+}
+
+void Http::post(const QUrl& url, const QByteArray& body, double timeoutSeconds,
+                std::function<void(std::optional<QByteArray>)> done) {
+  if (!url.isValid()) {
+    QTimer::singleShot(0, [done = std::move(done)] { done(std::nullopt); });
+    return;
+  }
+  QNetworkRequest request(url);
+  request.setHeader(QNetworkRequest::ContentTypeHeader, QByteArrayLiteral("application/x-www-form-urlencoded"));
+  request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
+  request.setTransferTimeout(int(std::max(1.0, timeoutSeconds * 1000)));
+  // A manager per exchange, as a manager belongs to the thread that made it and exchanges are few.
+  auto* manager = new QNetworkAccessManager;
+  QNetworkReply* reply = manager->post(request, body);
+  QObject::connect(reply, &QObject::destroyed, manager, &QObject::deleteLater);
+  auto buffer = std::make_shared<QByteArray>();
+  auto tooBig = std::make_shared<bool>(false);
+  // The whole exchange has a deadline, not only each silence between packets.
+  auto deadline = new QTimer(reply);
+  deadline->setSingleShot(true);
+  QObject::connect(deadline, &QTimer::timeout, reply, &QNetworkReply::abort);
+  deadline->start(int(std::max(1.0, timeoutSeconds * 1000)));
+  QObject::connect(reply, &QNetworkReply::readyRead, reply, [reply, buffer, tooBig] {
+    buffer->append(reply->read(maximumReplyBytes + 1 - buffer->size()));
+    if (buffer->size() > maximumReplyBytes) {
+      *tooBig = true;
+      reply->abort();
+    }
+  });
+  QObject::connect(reply, &QNetworkReply::finished, reply, [reply, buffer, tooBig, done = std::move(done)] {
+    if (!*tooBig) buffer->append(reply->read(maximumReplyBytes + 1 - buffer->size()));
+    const bool ok = reply->error() == QNetworkReply::NoError && !*tooBig && buffer->size() <= maximumReplyBytes;
+    reply->deleteLater();
+    done(ok ? std::optional<QByteArray>(*buffer) : std::nullopt);
+  });
+}
+
+std::optional<QByteArray> Http::sendSynchronousRequest(const QUrl& url, const QByteArray& body, double timeoutSeconds) {
+  std::optional<QByteArray> result;
+  bool finished = false;
+  QEventLoop loop;
+  post(url, body, timeoutSeconds, [&](std::optional<QByteArray> bytes) {
+    result = std::move(bytes);
+    finished = true;
+    loop.quit();
+  });
+  if (!finished) loop.exec(QEventLoop::ExcludeUserInputEvents);
+  return result;
+}
