@@ -21,4 +21,9 @@ int show(const CliContext& context, const QStringList& args);
 // "export" is a keyword of the language.
 int exportEntries(const CliContext& context, const QStringList& args);
 int print(const CliContext& context, const QStringList& args);
+int discid(const CliContext& context, const QStringList& args);
+int lookupDisc(const CliContext& context, const QStringList& args);
+int cddb(const CliContext& context, const QStringList& args);
+int websearch(const CliContext& context, const QStringList& args);
+int scan(const CliContext& context, const QStringList& args);
 }  // namespace Commands

@@ -127,7 +127,11 @@ QVariantMap Freedb::resultNumber(int index) {
     std::fprintf(stderr, "Error: Freedb number for requsted out of range number %d\n", index);
     return {{QStringLiteral("Title"), QStringLiteral("No Data Found on Freedb")}};
   }
-  const auto reply = send(QStringLiteral("cmd=cddb+read+%1&hello=%2&proto=6").arg(queryResults_.at(index), hello()));
+  return readKey(queryResults_.at(index));
+}
+
+QVariantMap Freedb::readKey(const QString& key) const {
+  const auto reply = send(QStringLiteral("cmd=cddb+read+%1&hello=%2&proto=6").arg(key, hello()));
   return reply ? CddbReply::parseRead(*reply) : QVariantMap();
 }
 

@@ -61,6 +61,8 @@ class Freedb : public SitePlugin {
   // without a disc.
   std::optional<QStringList> getDiscID();
   QVariantMap resultNumber(int index);
+  // The cddb read of one category+discid key, whatever the latest query found.
+  QVariantMap readKey(const QString& key) const;
   void resultNumber(int index, const std::function<void(const QVariantMap&)>& completion) override;
   // The number of categories holding the identifier.
   int findPossibleDiscIDs(const QString& discID);
