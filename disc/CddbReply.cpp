@@ -93,7 +93,8 @@ std::optional<QString> valueOfLine(Scanner& scanner, const QString& key) {
   scanner.seek(key);
   const QString line = scanner.readLine();
   if (!line.startsWith(key)) return std::nullopt;
-  return line.mid(key.size());
+  // The protocol's line end is no part of the value (a stored disc identifier would keep it).
+  return withoutLineEnd(line.mid(key.size()));
 }
 
 void readTrackTitles(Scanner& scanner, QStringList* names, QStringList* artists) {
