@@ -23,7 +23,7 @@ void Http::post(const QUrl& url, const QByteArray& body, double timeoutSeconds,
   QNetworkRequest request(url);
   request.setHeader(QNetworkRequest::ContentTypeHeader, QByteArrayLiteral("application/x-www-form-urlencoded"));
   request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
-  request.setTransferTimeout(int(std::max(1.0, timeoutSeconds * 1000)));
+  request.setTransferTimeout(std::max(1, int(timeoutSeconds * 1000)));
   // A manager per exchange, as a manager belongs to the thread that made it and exchanges are few.
   auto* manager = new QNetworkAccessManager;
   QNetworkReply* reply = manager->post(request, body);
@@ -34,7 +34,7 @@ void Http::post(const QUrl& url, const QByteArray& body, double timeoutSeconds,
   auto deadline = new QTimer(reply);
   deadline->setSingleShot(true);
   QObject::connect(deadline, &QTimer::timeout, reply, &QNetworkReply::abort);
-  deadline->start(int(std::max(1.0, timeoutSeconds * 1000)));
+  deadline->start(std::max(1, int(timeoutSeconds * 1000)));
   QObject::connect(reply, &QNetworkReply::readyRead, reply, [reply, buffer, tooBig] {
     buffer->append(reply->read(maximumReplyBytes + 1 - buffer->size()));
     if (buffer->size() > maximumReplyBytes) {
@@ -43,7 +43,7 @@ void Http::post(const QUrl& url, const QByteArray& body, double timeoutSeconds,
     }
   });
   QObject::connect(reply, &QNetworkReply::finished, reply, [reply, buffer, tooBig, done = std::move(done)] {
-    if (!*tooBig) buffer->append(reply->read(maximumReplyBytes + 1 - buffer->size()));
+    if (!*tooBig && reply->isOpen()) buffer->append(reply->read(maximumReplyBytes + 1 - buffer->size()));
     const bool ok = reply->error() == QNetworkReply::NoError && !*tooBig && buffer->size() <= maximumReplyBytes;
     reply->deleteLater();
     done(ok ? std::optional<QByteArray>(*buffer) : std::nullopt);
