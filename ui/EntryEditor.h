@@ -5,6 +5,7 @@
 
 class Entry;
 class MyController;
+class QPushButton;
 class TrackTable;
 
 // The add / edit panel: one editor per field of the field catalogue (text, long text, combo box
@@ -24,10 +25,18 @@ class EntryEditor : public QDialog {
   // Sets an editor's text or state as a person would; for tests and scripted fills.
   void setFieldText(const QString& identifier, const QString& text);
 
+  // Fills the editors from the add panel's values and tracks. With search results behind the
+  // panel, its previous and next buttons step through them.
+  void loadFromAddPanel();
+  QPushButton* backButtonPanel() const { return back_; }
+  QPushButton* nextButtonPanel() const { return next_; }
+
   void accept() override;
 
  private:
   QWidget* makeEditor(const QString& identifier, int type, bool longText);
+  void showValue(const QString& identifier, const QVariant& value);
+  void showResult(int step);
   QString textOf(const QString& identifier) const;
   QVariant editorValue(const QString& identifier) const;
   // The values to store, read as their attributes' kinds; false with the problem when one
@@ -41,4 +50,5 @@ class EntryEditor : public QDialog {
   QHash<QString, QWidget*> editors_;
   QStringList identifiers_;
   TrackTable* tracks_;
+  QPushButton *back_, *next_;
 };
