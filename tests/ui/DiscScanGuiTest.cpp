@@ -118,17 +118,16 @@ TEST_F(DiscScanGuiTest, theInternetSearchPanelFindsAndOpensAResult) {
   windowSystem.setWindow(&window);
   window.show();
   QStringList listed;
+  // The page arrives later: look again until the list fills.
+  std::function<void(InternetSearchDialog*)> collect = [&](InternetSearchDialog* d) {
+    if (d->results()->count() == 0) return whenShown<InternetSearchDialog>(collect);
+    for (int i = 0; i < d->results()->count(); ++i) listed << d->results()->item(i)->text();
+    d->accept();
+  };
   whenShown<InternetSearchDialog>([&](InternetSearchDialog* dialog) {
     dialog->field()->setText("Chagall");
     dialog->search();
-    // The page arrives later: look again until the list fills.
-    auto collect = std::make_shared<std::function<void(InternetSearchDialog*)>>();
-    *collect = [&listed, collect](InternetSearchDialog* d) {
-      if (d->results()->count() == 0) return whenShown<InternetSearchDialog>(*collect);
-      for (int i = 0; i < d->results()->count(); ++i) listed << d->results()->item(i)->text();
-      d->accept();
-    };
-    whenShown<InternetSearchDialog>(*collect);
+    whenShown<InternetSearchDialog>(collect);
   });
   QString shownTitle;
   whenShown<EntryEditor>([&](EntryEditor* editor) {
