@@ -10,4 +10,7 @@ class NoDesktop : public Platform {
   QStringList mountedRemovableVolumes() const override { return {}; }
   bool eject(const QString&) override { return false; }
   QVariantList musicLibraryTracks() override { return {}; }
+  bool fileExists(const QString&) const override { return false; }
+  std::optional<QVariantMap> propertyListDictionary(const QString&) const override { return std::nullopt; }
+  std::optional<QVariantMap> driveTableOfContents(const QString&) const override { return std::nullopt; }
 };

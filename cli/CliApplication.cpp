@@ -44,6 +44,11 @@ const QHash<QString, CommandInfo>& commands() {
       {"library", {Commands::library, false}},
       // Opens the catalogue itself: listing the layouts needs none.
       {"print", {Commands::print, false, true}},
+      {"discid", {Commands::discid, false}},
+      {"lookup", {Commands::lookupDisc, false}},
+      {"cddb", {Commands::cddb, false}},
+      {"websearch", {Commands::websearch, false}},
+      {"scan", {Commands::scan, true}},
   };
   return table;
 }

@@ -26,4 +26,9 @@ int open(const CliContext& context, const QStringList& args);
 int import(const CliContext& context, const QStringList& args);
 int tags(const CliContext& context, const QStringList& args);
 int library(const CliContext& context, const QStringList& args);
+int discid(const CliContext& context, const QStringList& args);
+int lookupDisc(const CliContext& context, const QStringList& args);
+int cddb(const CliContext& context, const QStringList& args);
+int websearch(const CliContext& context, const QStringList& args);
+int scan(const CliContext& context, const QStringList& args);
 }  // namespace Commands

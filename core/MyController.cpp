@@ -50,6 +50,13 @@ QVariantMap MyController::registeredDefaults() {
                                                   column("artist", 150.0), column("label", 150.0),
                                                   column("myRating", 77.0), column("genre", 100.0)}},
       {SettingsKeys::refreshItunesAuto, true},
+      {SettingsKeys::scanCD, true},
+      {SettingsKeys::ejectCD, false},
+      {SettingsKeys::firstResultAdd, false},
+      {SettingsKeys::cddbServer, SettingsKeys::defaultCddbServer},
+      {SettingsKeys::cddbTimeout, 30.0},
+      {SettingsKeys::cddbHelloUser, QStringLiteral("discary")},
+      {SettingsKeys::cddbHelloHost, QStringLiteral("localhost")},
   };
 }
 
@@ -60,7 +67,7 @@ void MyController::applicationWillFinishLaunching() {
 
 void MyController::applicationDidFinishLaunching() {
   platform().observeMounts([this](const QString& volumePath) { NSWorkspaceDidMountNotification(volumePath); });
-  pluginManager().addPlugin(std::make_unique<Freedb>(), Freedb::name);
+  freedb();
   pluginManager().setOrderFromPrefs();
 
   Settings& settings = preferencesStandard();
@@ -94,8 +101,6 @@ void MyController::printCollection() {
   print.setCoverRatio(1.0);
   print.printDialog();
 }
-
-void MyController::NSWorkspaceDidMountNotification(const QString&) {}
 
 QString MyController::labelForSearchType(const QVariant& searchType) const {
   static const QHash<qint64, QString> labels = {

@@ -7,12 +7,14 @@ class LibraryXml;
 #include "MyControllerShared.h"
 
 #include <QVariantList>
+#include <optional>
 #include <QVariantMap>
 #include <thread>
 
 // The music cataloguer's application controller: its settings defaults, launch sequence, and
 // its answers to the framework's search, autofill and collection-naming questions.
 class ImportRun;
+class Freedb;
 
 class MyController : public MyControllerShared {
  public:
@@ -27,6 +29,21 @@ class MyController : public MyControllerShared {
   void applicationDidFinishLaunching() override;
   // Every newly mounted volume, an inserted audio CD among them, arrives here.
   void NSWorkspaceDidMountNotification(const QString& volumePath);
+  // The disc lookup, registered as "Freedb" on first use, with the current server settings.
+  Freedb& freedb();
+  // A CDDB host for this run instead of the setting ("host[:port]"); empty for the setting.
+  void setServerOverride(const QString& server) { serverOverride_ = server; }
+  // The whole disc insertion: the player's details or the online lookup, then no match, one
+  // match or several.
+  void scanDisc();
+  // Puts the inserted disc's durations and identifier into the open add panel.
+  void fillInformationFromCD();
+  void ejectCD();
+  // What the music player knows of the inserted CD, as a lookup result; nullopt when no player
+  // answers.
+  std::optional<QVariantMap> iTunesCDDBDetails();
+  // The player's nine-item answer as a result dictionary.
+  std::optional<QVariantMap> dictionaryFromPlayerItems(const QVariantList& items) const;
   // Waits for a library refresh started at launch, if any.
   void waitForLibraryRefresh();
 
@@ -108,4 +125,5 @@ class MyController : public MyControllerShared {
   std::unique_ptr<QVariantList> importedImages_;
   std::thread libraryRefresh_;
   CollectionTotals totals_;
+  QString serverOverride_;
 };

@@ -20,4 +20,15 @@ inline const QString iTunesLibraryXML = QStringLiteral("iTunes Library XML");
 // server.
 inline const QString cddbServer = QStringLiteral("CDDB Server");
 inline const QString defaultCddbServer = QStringLiteral("gnudb.gnudb.org");
+// Disc insertion: scan a mounted audio CD at once, eject it after the lookup, and with exactly one
+// match add the entry without waiting for the user.
+inline const QString scanCD = QStringLiteral("scanCD");
+inline const QString ejectCD = QStringLiteral("ejectCD");
+inline const QString firstResultAdd = QStringLiteral("First Result Add");
+// Seconds a CDDB or web-search exchange may take before it counts as failed.
+inline const QString cddbTimeout = QStringLiteral("CDDB Timeout");
+// The user and host words of the CDDB hello: fixed words by default, never the real user or
+// machine name.
+inline const QString cddbHelloUser = QStringLiteral("CDDB Hello User");
+inline const QString cddbHelloHost = QStringLiteral("CDDB Hello Host");
 }  // namespace SettingsKeys

@@ -1,5 +1,8 @@
 #include "LinuxPlatform.h"
 
+#include "DiscDrive.h"
+#include "PropertyListReader.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QMimeDatabase>
@@ -89,7 +92,18 @@ void LinuxPlatform::mountTableChanged() {
 }
 
 bool LinuxPlatform::eject(const QString& volumePath) {
-  return QProcess::execute(QStringLiteral("eject"), {volumePath}) == 0;
+  // An empty path ejects the default drive.
+  return QProcess::execute(QStringLiteral("eject"), volumePath.isEmpty() ? QStringList() : QStringList{volumePath}) == 0;
+}
+
+bool LinuxPlatform::fileExists(const QString& path) const { return QFileInfo(path).isFile(); }
+
+std::optional<QVariantMap> LinuxPlatform::propertyListDictionary(const QString& path) const {
+  return PropertyListReader::readDictionary(path);
+}
+
+std::optional<QVariantMap> LinuxPlatform::driveTableOfContents(const QString& device) const {
+  return DiscDrive::tableOfContents(device);
 }
 
 QString LinuxPlatform::applicationForFile(const QString& path) const {

@@ -12,7 +12,9 @@ class QSocketNotifier;
 
 // The desktop as Linux shows it: mounts from the kernel's mount table (which signals a change
 // by polling as exceptional), removable media from /sys, eject through the eject command.
-// There is no music player library to read on Linux, so that list is empty.
+// There is no music player library to read on Linux, so that list is empty, and no player
+// answers for an inserted CD: the scan goes online. Audio CDs are not mounted on Linux; their table
+// of contents is read from the drive.
 class LinuxPlatform : public QObject, public Platform {
   Q_OBJECT
  public:
@@ -28,6 +30,9 @@ class LinuxPlatform : public QObject, public Platform {
   // `xdg-mime query default` answers.
   QString applicationForFile(const QString& path) const override;
   const TagReader* tagReader() const override { return &tagReader_; }
+  bool fileExists(const QString& path) const override;
+  std::optional<QVariantMap> propertyListDictionary(const QString& path) const override;
+  std::optional<QVariantMap> driveTableOfContents(const QString& device) const override;
 
   struct Mount {
     QString device, mountPoint, type;

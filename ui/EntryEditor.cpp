@@ -8,6 +8,7 @@
 #include "LinksTable.h"
 #include "MyController.h"
 #include "MyFieldsControllerShared.h"
+#include "SitePlugin.h"
 #include "Store.h"
 #include "TrackTable.h"
 
@@ -86,14 +87,7 @@ EntryEditor::EntryEditor(MyController& controller, Entry* entry, QWidget* parent
   }
 
   if (entry_) {
-    for (const QString& identifier : identifiers_) {
-      const QVariant v = entry_->value(identifier);
-      QWidget* editor = editors_.value(identifier);
-      if (auto* box = qobject_cast<QCheckBox*>(editor)) box->setChecked(v.toBool());
-      else if (auto* spin = qobject_cast<QSpinBox*>(editor)) spin->setValue(int(v.toLongLong()));
-      else if (identifier == statusKey) qobject_cast<QComboBox*>(editor)->setCurrentIndex(int(std::clamp<qint64>(v.toLongLong(), 0, 2)));
-      else setFieldText(identifier, v.metaType().id() == QMetaType::QDateTime ? dateText(v.toDateTime()) : v.toString());
-    }
+    for (const QString& identifier : identifiers_) showValue(identifier, entry_->value(identifier));
     QVariantList tracks;
     for (Track* t : entry_->tracksSortedByPosition()) {
       QVariantMap track;
@@ -111,6 +105,14 @@ EntryEditor::EntryEditor(MyController& controller, Entry* entry, QWidget* parent
   }
 
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel, this);
+  back_ = buttons->addButton(tr("Previous Result"), QDialogButtonBox::ActionRole);
+  next_ = buttons->addButton(tr("Next Result"), QDialogButtonBox::ActionRole);
+  back_->setObjectName(QStringLiteral("backButtonPanel"));
+  next_->setObjectName(QStringLiteral("nextButtonPanel"));
+  back_->hide();
+  next_->hide();
+  connect(back_, &QPushButton::clicked, this, [this] { showResult(-1); });
+  connect(next_, &QPushButton::clicked, this, [this] { showResult(1); });
   if (!entry_) buttons->button(QDialogButtonBox::Save)->setText(tr("Add"));
   connect(buttons, &QDialogButtonBox::accepted, this, &EntryEditor::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &EntryEditor::reject);
@@ -118,6 +120,37 @@ EntryEditor::EntryEditor(MyController& controller, Entry* entry, QWidget* parent
   layout->addWidget(tabs);
   layout->addWidget(buttons);
   resize(640, 680);
+}
+
+void EntryEditor::showValue(const QString& identifier, const QVariant& v) {
+  QWidget* editor = editors_.value(identifier);
+  if (auto* box = qobject_cast<QCheckBox*>(editor)) box->setChecked(v.toBool());
+  else if (auto* spin = qobject_cast<QSpinBox*>(editor)) spin->setValue(int(v.toLongLong()));
+  else if (identifier == statusKey) qobject_cast<QComboBox*>(editor)->setCurrentIndex(int(std::clamp<qint64>(v.toLongLong(), 0, 2)));
+  else setFieldText(identifier, v.metaType().id() == QMetaType::QDateTime ? dateText(v.toDateTime()) : v.toString());
+}
+
+void EntryEditor::loadFromAddPanel() {
+  const AddPanel& panel = controller_.addPanel();
+  for (const QString& identifier : identifiers_) {
+    if (identifier != statusKey) showValue(identifier, panel.valueForKey(identifier));
+  }
+  tracks_->setTracks(panel.trackData().tracks());
+  SitePlugin* site = panel.resultSite();
+  const qsizetype count = site ? site->resultsTitles().size() : 0;
+  back_->setVisible(count > 1);
+  next_->setVisible(count > 1);
+  back_->setEnabled(panel.resultIndex() > 0);
+  next_->setEnabled(panel.resultIndex() + 1 < count);
+}
+
+void EntryEditor::showResult(int step) {
+  SitePlugin* site = controller_.addPanel().resultSite();
+  if (!site) return;
+  const int index = controller_.addPanel().resultIndex() + step;
+  if (index < 0 || index >= site->resultsTitles().size()) return;
+  controller_.showResultOfSite(*site, index);
+  loadFromAddPanel();
 }
 
 QWidget* EntryEditor::makeEditor(const QString& identifier, int type, bool longText) {

@@ -8,6 +8,7 @@ class Entry;
 class Link;
 class MyController;
 class LinksTable;
+class QPushButton;
 class TrackTable;
 
 // The add / edit panel: one editor per field of the field catalogue (text, long text, combo box
@@ -28,10 +29,18 @@ class EntryEditor : public QDialog {
   // Sets an editor's text or state as a person would; for tests and scripted fills.
   void setFieldText(const QString& identifier, const QString& text);
 
+  // Fills the editors from the add panel's values and tracks. With search results behind the
+  // panel, its previous and next buttons step through them.
+  void loadFromAddPanel();
+  QPushButton* backButtonPanel() const { return back_; }
+  QPushButton* nextButtonPanel() const { return next_; }
+
   void accept() override;
 
  private:
   QWidget* makeEditor(const QString& identifier, int type, bool longText);
+  void showValue(const QString& identifier, const QVariant& value);
+  void showResult(int step);
   QString textOf(const QString& identifier) const;
   QVariant editorValue(const QString& identifier) const;
   // The values to store, read as their attributes' kinds; false with the problem when one
@@ -49,4 +58,5 @@ class EntryEditor : public QDialog {
   TrackTable* tracks_;
   LinksTable* links_;
   std::vector<Link*> shownLinks_;  // the entry's links as the table was filled
+  QPushButton *back_, *next_;
 };

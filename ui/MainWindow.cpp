@@ -3,6 +3,7 @@
 #include "Collection.h"
 #include "CollectionsPanel.h"
 #include "Entry.h"
+#include "DiscMenu.h"
 #include "EntryEditor.h"
 #include "EntryTableModel.h"
 #include "FieldTypes.h"
@@ -183,6 +184,8 @@ void MainWindow::buildMenus() {
          &MainWindow::newCollectionFromSelection);
   action(collections, tr("&Rename Collection…"), QKeySequence(), &MainWindow::renameCollection);
   action(collections, tr("&Delete Collection"), QKeySequence(), &MainWindow::deleteCollection);
+
+  new DiscMenu(controller_, *this, menuBar()->addMenu(tr("&Disc")));
 
   QMenu* help = menuBar()->addMenu(tr("&Help"));
   action(help, tr("&About Discary"), QKeySequence(), [this] {

@@ -327,3 +327,20 @@ PrintController& MyControllerShared::sharedPrint() {
   if (!print_) print_ = std::make_unique<PrintController>(*this);
   return *print_;
 }
+
+void MyControllerShared::resultsFoundWithSite(SitePlugin& site, int numberOfResults) {
+  const QStringList titles = site.resultsTitles();
+  if (numberOfResults <= 0 || titles.isEmpty()) return;
+  const int index = windowSystem_.choose(localized(QStringLiteral("ChooseResult"), QStringLiteral("Choose a result")), titles);
+  if (index < 0 || index >= titles.size()) return;
+  showResultOfSite(site, index);
+}
+
+void MyControllerShared::showResultOfSite(SitePlugin& site, int index) {
+  site.resultNumber(index, [this, &site, index](const QVariantMap& result) {
+    addPanel_.clear();
+    addPanel_.setFromDictionary(result);
+    addPanel_.setResults(&site, index);
+    showAddPanel();
+  });
+}

@@ -64,6 +64,14 @@ class MyControllerShared {
   // The Print menu action.
   virtual void printCollection();
 
+  // A site found several results: the user chooses one of its titles, which is fetched into the
+  // add panel, the panel's previous and next buttons then stepping through the others.
+  virtual void resultsFoundWithSite(SitePlugin& site, int numberOfResults);
+  // Shows the site's result at the index in the add panel.
+  void showResultOfSite(SitePlugin& site, int index);
+  // The add panel's menu of site plug-ins; the desktop front end rebuilds it from the registry.
+  virtual void getPluginsInfo(const QString& menuItem) { Q_UNUSED(menuItem); }
+
   // Services.
   static int osVersion(const Platform& platform);
   qint64 nextUID() { return store_.nextUID(); }

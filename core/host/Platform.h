@@ -3,7 +3,11 @@
 #include <QString>
 #include <QStringList>
 #include <QVariantList>
+#include <QVariantMap>
 #include <functional>
+#include <optional>
+
+class MusicPlayer;
 
 class TagReader;
 
@@ -29,4 +33,14 @@ class Platform {
   }
   // The reader of audio tags; null where no media framework is available.
   virtual const TagReader* tagReader() const { return nullptr; }
+
+  virtual bool fileExists(const QString& path) const = 0;
+  // A property-list file read as a dictionary; nullopt when it is missing, unreadable or no
+  // dictionary.
+  virtual std::optional<QVariantMap> propertyListDictionary(const QString& path) const = 0;
+  // The table of contents of the audio CD in the drive (the system's default drive when empty),
+  // as a ".TOC.plist" dictionary holds it; nullopt when there is no readable audio CD.
+  virtual std::optional<QVariantMap> driveTableOfContents(const QString& device) const = 0;
+  // The player to ask about an inserted CD; null when the system has none that answers.
+  virtual MusicPlayer* musicPlayer() { return nullptr; }
 };

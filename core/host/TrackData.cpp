@@ -46,3 +46,15 @@ bool TrackData::isTrackInItunes(const QVariantMap& track, const QVariantMap& mai
   std::lock_guard lock(libraryMutex_);
   return nameAndAlbum_.contains(key);
 }
+
+void TrackData::setDurationCD(const QStringList& durations) {
+  for (qsizetype k = 0; k < durations.size(); ++k) {
+    if (k < tracks_.size()) {
+      QVariantMap track = tracks_.at(k).toMap();
+      track[QStringLiteral("duration")] = durations.at(k);
+      tracks_[k] = track;
+    } else {
+      tracks_ << QVariantMap{{QStringLiteral("duration"), durations.at(k)}};
+    }
+  }
+}

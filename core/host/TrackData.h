@@ -18,6 +18,9 @@ class TrackData {
   void setTracks(const QVariantList& tracks) { tracks_ = tracks; }
   // Every track's "duration" summed, as a time text; empty when no track has one.
   QString calculateTotalDuration() const;
+  // Gives track k the k-th duration, adding tracks that have only a duration when there are more
+  // durations than tracks.
+  void setDurationCD(const QStringList& durations);
 
   // Reads the player's library; safe to run on a background thread.
   void loadItunes();

@@ -1,5 +1,9 @@
 #include "FakePlatform.h"
 
+#include "PropertyListReader.h"
+
+#include <QFileInfo>
+
 bool FakePlatform::eject(const QString& volumePath) {
   ejected << volumePath;
   return true;
@@ -13,4 +17,10 @@ QVariantList FakePlatform::musicLibraryTracks() {
 void FakePlatform::mount(const QString& path) {
   volumes << path;
   for (auto& handler : mountHandlers) handler(path);
+}
+
+bool FakePlatform::fileExists(const QString& path) const { return QFileInfo(path).isFile(); }
+
+std::optional<QVariantMap> FakePlatform::propertyListDictionary(const QString& path) const {
+  return PropertyListReader::readDictionary(path);
 }

@@ -16,6 +16,11 @@ class FakePlatform : public Platform {
   bool eject(const QString& volumePath) override;
   QVariantList musicLibraryTracks() override;
   const TagReader* tagReader() const override { return reader; }
+  // Real files: tests put ".TOC.plist" files in temporary folders.
+  bool fileExists(const QString& path) const override;
+  std::optional<QVariantMap> propertyListDictionary(const QString& path) const override;
+  std::optional<QVariantMap> driveTableOfContents(const QString&) const override { return drive; }
+  MusicPlayer* musicPlayer() override { return player; }
 
   void mount(const QString& path);
   QString applicationForFile(const QString& path) const override { return applications.value(path); }
@@ -26,4 +31,6 @@ class FakePlatform : public Platform {
   const TagReader* reader = nullptr;
   std::atomic<int> libraryReads{0};
   std::vector<std::function<void(const QString&)>> mountHandlers;
+  std::optional<QVariantMap> drive;  // the audio CD in the drive
+  MusicPlayer* player = nullptr;
 };

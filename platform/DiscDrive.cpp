@@ -1,0 +1,40 @@
+#include "DiscDrive.h"
+
+#include <discid/discid.h>
+
+#include <memory>
+
+namespace {
+using DiscHandle = std::unique_ptr<DiscId, decltype(&discid_free)>;
+}
+
+QVariantMap DiscDrive::dictionaryFromOffsets(int first, int last, const int* offsets) {
+  QVariantList tracks;
+  for (int track = first; track <= last; ++track) {
+    tracks << QVariantMap{{QStringLiteral("Start Block"), qint64(offsets[track])}};
+  }
+  const QVariantMap session{{QStringLiteral("Leadout Block"), qint64(offsets[0])},
+                            {QStringLiteral("Last Track"), qint64(last - first + 1)},
+                            {QStringLiteral("Track Array"), tracks}};
+  return {{QStringLiteral("Sessions"), QVariantList{session}}};
+}
+
+std::optional<QVariantMap> DiscDrive::tableOfContents(const QString& device) {
+  DiscHandle disc(discid_new(), &discid_free);
+  if (!disc) return std::nullopt;
+  const QByteArray name = device.toLocal8Bit();
+  if (!discid_read_sparse(disc.get(), device.isEmpty() ? nullptr : name.constData(), 0)) return std::nullopt;
+  const int first = discid_get_first_track_num(disc.get());
+  const int last = discid_get_last_track_num(disc.get());
+  if (first < 1 || last < first || last > 99) return std::nullopt;
+  int offsets[100] = {};
+  offsets[0] = discid_get_sectors(disc.get());
+  for (int track = first; track <= last; ++track) offsets[track] = discid_get_track_offset(disc.get(), track);
+  return dictionaryFromOffsets(first, last, offsets);
+}
+
+QString DiscDrive::freedbIdentifier(int first, int last, int* offsets) {
+  DiscHandle disc(discid_new(), &discid_free);
+  if (!disc || !discid_put(disc.get(), first, last, offsets)) return {};
+  return QString::fromLatin1(discid_get_freedb_id(disc.get()));
+}

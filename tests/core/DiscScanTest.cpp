@@ -1,0 +1,193 @@
+#include "CannedHttpServer.h"
+#include "Entry.h"
+#include "FakePlatform.h"
+#include "FakeWindowSystem.h"
+#include "Freedb.h"
+#include "MusicPlayer.h"
+#include "MyController.h"
+#include "Settings.h"
+#include "SettingsKeys.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace {
+
+const QString data = QStringLiteral(DISCARY_TEST_DATA "/disc/");
+
+class FakePlayer : public MusicPlayer {
+ public:
+  std::optional<QVariantList> runScript(const QString& source, QString* errorMessage) override {
+    scripts << source;
+    if (!answer) *errorMessage = error;
+    return answer;
+  }
+  std::optional<QVariantList> answer;
+  QString error;
+  QStringList scripts;
+};
+
+class DiscScanTest : public ::testing::Test {
+ protected:
+  QByteArray queryReply = "200 rock 9a0bed0d Chagall Guevara / Chagall Guevara\n";
+  CannedHttpServer server{[this](const CannedHttpServer::Request& request) -> std::optional<QByteArray> {
+    if (request.body.startsWith("cmd=cddb+query+")) return CannedHttpServer::ok(queryReply, true);
+    QFile f(data + "cddb-file_9a0bed0d.xmcd");
+    f.open(QIODevice::ReadOnly);
+    return CannedHttpServer::ok("210 rock 9a0bed0d\n" + f.readAll() + ".\n", true);
+  }};
+  QTemporaryDir dir, volume;
+  Settings settings{dir.filePath("discary.conf")};
+  FakeWindowSystem windowSystem;
+  FakePlatform platform;
+  std::unique_ptr<MyController> controller;
+
+  void SetUp() override {
+    QFile::copy(data + "derived_6a09f20a_10tracks.TOC.plist", volume.filePath(".TOC.plist"));
+    controller = std::make_unique<MyController>(settings, windowSystem, platform);
+    controller->applicationWillFinishLaunching();
+    ASSERT_TRUE(controller->openCatalogue(":memory:").ok());
+    settings.setObject(SettingsKeys::refreshItunesAuto, false);
+    settings.setObject(SettingsKeys::cddbServer, server.address());
+    controller->applicationDidFinishLaunching();
+  }
+  QStringList panelTrackNames() const {
+    QStringList names;
+    for (const QVariant& track : controller->addPanel().trackData().tracks()) names << track.toMap().value("name").toString();
+    return names;
+  }
+};
+
+TEST_F(DiscScanTest, mountingAnAudioCdScansItOnlyWhenAskedTo) {
+  QTemporaryDir dataDisc;
+  platform.mount(dataDisc.path());
+  EXPECT_TRUE(windowSystem.progressTitles.isEmpty());
+  settings.setObject(SettingsKeys::scanCD, false);
+  platform.mount(volume.path());
+  EXPECT_TRUE(windowSystem.progressTitles.isEmpty());
+  settings.setObject(SettingsKeys::scanCD, true);
+  platform.mount(volume.path());
+  EXPECT_EQ(windowSystem.progressTitles, QStringList{"Scanning..."});
+  EXPECT_EQ(windowSystem.openSheets, 0);
+  EXPECT_TRUE(controller->addPanel().isVisible());
+  EXPECT_EQ(controller->addPanel().valueForKey("title").toString(), QStringLiteral("Chagall Guevara"));
+}
+
+TEST_F(DiscScanTest, oneMatchIsAddedAtOnceAndTheDiscEjectedFirst) {
+  platform.volumes = {volume.path()};
+  settings.setObject(SettingsKeys::firstResultAdd, true);
+  settings.setObject(SettingsKeys::ejectCD, true);
+  controller->scanDisc();
+  EXPECT_EQ(platform.ejected, QStringList{volume.path()});
+  ASSERT_EQ(controller->managedObjectContext().entries().size(), 1u);
+  EXPECT_EQ(controller->managedObjectContext().entries().front()->stringValue("title"), QStringLiteral("Chagall Guevara"));
+  EXPECT_EQ(windowSystem.notices, QStringList{"Chagall Guevara"});
+  EXPECT_FALSE(controller->addPanel().isVisible());
+}
+
+TEST_F(DiscScanTest, noMatchOffersManualEntryWithOneTrackPerTrackOfTheDisc) {
+  platform.volumes = {volume.path()};
+  queryReply = "202 No match found\n";
+  windowSystem.alertAnswers = {1};
+  controller->scanDisc();
+  EXPECT_EQ(windowSystem.alerts, QStringList{"Action Required"});
+  ASSERT_TRUE(controller->addPanel().isVisible());
+  const QStringList names = panelTrackNames();
+  ASSERT_EQ(names.size(), 10);
+  EXPECT_EQ(names.first(), QStringLiteral("Track 1"));
+  EXPECT_EQ(names.last(), QStringLiteral("Track 10"));
+  EXPECT_EQ(controller->addPanel().trackData().tracks().first().toMap().value("duration").toString(), QStringLiteral("3:39"));
+
+  // Ejected before the answer: the lookup's own durations, with their leading zero entry.
+  platform.volumes.clear();
+  windowSystem.alertAnswers = {1};
+  settings.setObject(SettingsKeys::ejectCD, true);
+  platform.volumes = {volume.path()};
+  platform.mountHandlers.clear();
+  controller->scanDisc();
+  EXPECT_EQ(platform.ejected.size(), 1);
+}
+
+TEST_F(DiscScanTest, severalMatchesGoToTheChooserAndTheChosenOneToThePanel) {
+  platform.volumes = {volume.path()};
+  queryReply = "211 inexact\nrock 9a0bed0d A / First\nmisc 9a0bed0d B / Second\n.\n";
+  windowSystem.chooseAnswer = 1;
+  controller->scanDisc();
+  ASSERT_TRUE(controller->addPanel().isVisible());
+  EXPECT_EQ(controller->addPanel().valueForKey("title").toString(), QStringLiteral("Chagall Guevara"));
+  EXPECT_EQ(controller->addPanel().resultIndex(), 1);
+  EXPECT_TRUE(server.requests().last().body.startsWith("cmd=cddb+read+misc+9a0bed0d"));
+}
+
+TEST_F(DiscScanTest, fillInformationFromCdAccumulatesTheIdentifiersOfSeveralDiscs) {
+  platform.volumes = {volume.path()};
+  controller->fillInformationFromCD();
+  controller->fillInformationFromCD();
+  EXPECT_EQ(controller->addPanel().valueForKey("discID").toString(), QStringLiteral("6a09f20a"));
+  EXPECT_EQ(controller->addPanel().trackData().tracks().size(), 10);
+  QFile::remove(volume.filePath(".TOC.plist"));
+  QFile::copy(data + "derived_9d09130b_11tracks.TOC.plist", volume.filePath(".TOC.plist"));
+  controller->fillInformationFromCD();
+  EXPECT_EQ(controller->addPanel().valueForKey("discID").toString(), QStringLiteral("6a09f20a, 9d09130b"));
+}
+
+TEST_F(DiscScanTest, aServerThatNeverAnswersEndsInTheNoMatchAlertWithinTheTimeOut) {
+  CannedHttpServer silent([](const CannedHttpServer::Request&) { return std::optional<QByteArray>(); });
+  settings.setObject(SettingsKeys::cddbServer, silent.address());
+  settings.setObject(SettingsKeys::cddbTimeout, 1.0);
+  platform.volumes = {volume.path()};
+  QElapsedTimer clock;
+  clock.start();
+  controller->scanDisc();
+  EXPECT_LT(clock.elapsed(), 10000);  // generous: the time-out is one second
+  EXPECT_EQ(windowSystem.alerts, QStringList{"Action Required"});
+  EXPECT_EQ(windowSystem.openSheets, 0);
+}
+
+TEST_F(DiscScanTest, aDiscThePlayerKnowsNeverReachesTheNetwork) {
+  FakePlayer player;
+  platform.player = &player;
+  player.answer = QVariantList{"Album", "Rock", "1999", "", 2, QStringList{"One", "Two"}, QStringList{"3:00", "4:30"},
+                               QStringList{"Band", "band"}, QStringList{"", ""}};
+  platform.volumes = {volume.path()};
+  controller->scanDisc();
+  EXPECT_TRUE(server.requests().isEmpty());
+  EXPECT_TRUE(player.scripts.first().contains("tell application \"iTunes\""));  // the fake system is version 6
+  EXPECT_TRUE(player.scripts.first().contains("with timeout 20 seconds"));
+  const QVariantMap values = controller->addPanel().values();
+  EXPECT_EQ(values.value("discID").toString(), QStringLiteral("6a09f20a"));
+  EXPECT_EQ(values.value("artist").toString(), QStringLiteral("Band"));  // differing only in case
+  EXPECT_FALSE(values.contains("composer"));
+  EXPECT_EQ(values.value("duration").toString(), QStringLiteral("7:30"));
+  EXPECT_EQ(values.value("releaseDate").toDateTime().date().year(), 1999);
+  EXPECT_FALSE(controller->addPanel().trackData().tracks().first().toMap().contains("artist"));
+
+  // No CD in the player: its sheet, then the online lookup.
+  player.answer.reset();
+  player.error = QStringLiteral("The variable importedCD is not defined.");
+  controller->scanDisc();
+  EXPECT_EQ(windowSystem.alerts.first(), QStringLiteral("No CD"));
+  EXPECT_FALSE(server.requests().isEmpty());
+}
+
+TEST_F(DiscScanTest, thePlayersNineItemsBecomeAResultDictionary) {
+  const QVariantList compilation{"Mix", "Pop", "", "Writer", 3, QStringList{"a", "b", "c"}, QStringList{"1:00", "2:00", "3:00"},
+                                 QStringList{"X", "Y"}, QStringList{"P", "Q"}};
+  const QVariantMap mix = *controller->dictionaryFromPlayerItems(compilation);
+  EXPECT_EQ(mix.value("artist").toString(), QStringLiteral("Various"));
+  EXPECT_EQ(mix.value("composer").toString(), QStringLiteral("Writer"));
+  EXPECT_FALSE(mix.contains("releaseDate"));
+  const QVariantList tracks = mix.value("tracks").toList();
+  ASSERT_EQ(tracks.size(), 2);  // the artists list decides
+  EXPECT_EQ(tracks.at(1).toMap().value("artist").toString(), QStringLiteral("Y"));
+  EXPECT_EQ(tracks.at(1).toMap().value("composer").toString(), QStringLiteral("Q"));
+
+  const QVariantMap empty = *controller->dictionaryFromPlayerItems({"T", "G", "", "", 0, QStringList{}, QStringList{},
+                                                                   QStringList{}, QStringList{}});
+  EXPECT_EQ(empty, (QVariantMap{{"title", "T"}, {"genre", "G"}}));
+  EXPECT_FALSE(controller->dictionaryFromPlayerItems({"too", "few"}));
+}
+
+}  // namespace

@@ -1,0 +1,142 @@
+#include "CannedHttpServer.h"
+#include "Entry.h"
+#include "EntryEditor.h"
+#include "EntryTableModel.h"
+#include "FakePlatform.h"
+#include "InternetSearchDialog.h"
+#include "MainWindow.h"
+#include "MyController.h"
+#include "QtWindowSystem.h"
+#include "Settings.h"
+#include "SettingsKeys.h"
+#include "TrackTable.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QFile>
+#include <QInputDialog>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+namespace {
+
+const QString data = QStringLiteral(DISCARY_TEST_DATA "/disc/");
+
+template <typename Widget>
+void whenShown(std::function<void(Widget*)> act) {
+  QTimer::singleShot(20, [act] {
+    for (QWidget* w : QApplication::topLevelWidgets()) {
+      if (auto* widget = qobject_cast<Widget*>(w); widget && widget->isVisible()) return act(widget);
+    }
+    whenShown<Widget>(act);
+  });
+}
+
+class DiscScanGuiTest : public ::testing::Test {
+ protected:
+  QByteArray queryReply = "200 rock 9a0bed0d Chagall Guevara / Chagall Guevara\n";
+  CannedHttpServer server{[this](const CannedHttpServer::Request& request) -> std::optional<QByteArray> {
+    if (request.path == "/freedb_search.php") {
+      return CannedHttpServer::ok("<a href=\"/freedb_search.php#1\"><i title=\"Chagall Guevara / Chagall Guevara\">"
+                                  "<a href=\"/freedb/rock/9a0bed0d\">x</a></i></div>");
+    }
+    if (request.body.startsWith("cmd=cddb+query+")) return CannedHttpServer::ok(queryReply, true);
+    QFile f(data + "cddb-file_9a0bed0d.xmcd");
+    f.open(QIODevice::ReadOnly);
+    return CannedHttpServer::ok("210 rock 9a0bed0d\n" + f.readAll() + ".\n", true);
+  }};
+  QTemporaryDir dir, volume;
+  Settings settings{dir.filePath("discary.conf")};
+  QtWindowSystem windowSystem;
+  FakePlatform platform;
+  std::unique_ptr<MyController> controller;
+
+  void SetUp() override {
+    QFile::copy(data + "derived_9d09130b_11tracks.TOC.plist", volume.filePath(".TOC.plist"));
+    platform.volumes = {volume.path()};
+    controller = std::make_unique<MyController>(settings, windowSystem, platform);
+    controller->applicationWillFinishLaunching();
+    ASSERT_TRUE(controller->openCatalogue(dir.filePath("Discary.sqlite")).ok());
+    settings.setObject(SettingsKeys::refreshItunesAuto, false);
+    settings.setObject(SettingsKeys::cddbServer, server.address());
+    controller->applicationDidFinishLaunching();
+  }
+  QAction* menuAction(MainWindow& window, const char* name) { return window.findChild<QAction*>(QLatin1String(name)); }
+};
+
+TEST_F(DiscScanGuiTest, scanningADiscFillsTheEditorAndAddsTheEntry) {
+  MainWindow window(*controller, windowSystem);
+  windowSystem.setWindow(&window);
+  window.show();
+  QString shownTitle;
+  int shownTracks = 0;
+  whenShown<EntryEditor>([&](EntryEditor* editor) {
+    shownTitle = qobject_cast<QLineEdit*>(editor->editorFor("title"))->text();
+    shownTracks = int(editor->trackTable()->tracks().size());
+    editor->accept();
+  });
+  ASSERT_TRUE(menuAction(window, "scanDisc"));
+  menuAction(window, "scanDisc")->trigger();
+  EXPECT_EQ(shownTitle, QStringLiteral("Chagall Guevara"));
+  EXPECT_EQ(shownTracks, 13);
+  ASSERT_EQ(window.listModel()->rowCount(), 1);
+  EXPECT_EQ(window.listModel()->entryAt(0)->stringValue("artist"), QStringLiteral("Chagall Guevara"));
+  EXPECT_FALSE(controller->addPanel().isVisible());
+}
+
+TEST_F(DiscScanGuiTest, severalMatchesAreChosenAndSteppedThroughInTheEditor) {
+  queryReply = "211 inexact\nrock 9a0bed0d A / First\nmisc 9a0bed0d B / Second\n.\n";
+  MainWindow window(*controller, windowSystem);
+  windowSystem.setWindow(&window);
+  window.show();
+  whenShown<QInputDialog>([](QInputDialog* chooser) {
+    chooser->setTextValue(chooser->comboBoxItems().value(1));
+    chooser->accept();
+  });
+  bool backEnabled = true, nextEnabled = true, backAfterStep = false;
+  whenShown<EntryEditor>([&](EntryEditor* editor) {
+    backEnabled = editor->backButtonPanel()->isEnabled();
+    nextEnabled = editor->nextButtonPanel()->isEnabled();
+    editor->backButtonPanel()->click();
+    backAfterStep = editor->backButtonPanel()->isEnabled();
+    editor->reject();
+  });
+  menuAction(window, "scanDisc")->trigger();
+  EXPECT_TRUE(backEnabled);
+  EXPECT_FALSE(nextEnabled);
+  EXPECT_FALSE(backAfterStep);
+  EXPECT_TRUE(server.requests().last().body.startsWith("cmd=cddb+read+rock+9a0bed0d"));
+  EXPECT_EQ(window.listModel()->rowCount(), 0);
+}
+
+TEST_F(DiscScanGuiTest, theInternetSearchPanelFindsAndOpensAResult) {
+  MainWindow window(*controller, windowSystem);
+  windowSystem.setWindow(&window);
+  window.show();
+  QStringList listed;
+  // The page arrives later: look again until the list fills.
+  std::function<void(InternetSearchDialog*)> collect = [&](InternetSearchDialog* d) {
+    if (d->results()->count() == 0) return whenShown<InternetSearchDialog>(collect);
+    for (int i = 0; i < d->results()->count(); ++i) listed << d->results()->item(i)->text();
+    d->accept();
+  };
+  whenShown<InternetSearchDialog>([&](InternetSearchDialog* dialog) {
+    dialog->field()->setText("Chagall");
+    dialog->search();
+    whenShown<InternetSearchDialog>(collect);
+  });
+  QString shownTitle;
+  whenShown<EntryEditor>([&](EntryEditor* editor) {
+    shownTitle = qobject_cast<QLineEdit*>(editor->editorFor("title"))->text();
+    editor->reject();
+  });
+  menuAction(window, "internetSearch")->trigger();
+  EXPECT_EQ(listed, QStringList{"Chagall Guevara:Chagall Guevara"});
+  EXPECT_EQ(shownTitle, QStringLiteral("Chagall Guevara"));
+}
+
+}  // namespace
