@@ -3,6 +3,8 @@
 #include "EntryEditor.h"
 #include "Freedb.h"
 #include "InternetSearchDialog.h"
+
+#include <QLineEdit>
 #include "MainWindow.h"
 #include "MyController.h"
 #include "Platform.h"
@@ -17,7 +19,7 @@ DiscMenu::DiscMenu(MyController& controller, MainWindow& window, QMenu* menu)
       ->setObjectName(QStringLiteral("scanDisc"));
   menu->addAction(tr("&Eject"), this, &DiscMenu::ejectDisc)->setObjectName(QStringLiteral("ejectDisc"));
   menu->addSeparator();
-  menu->addAction(tr("&Internet Search…"), this, &DiscMenu::internetSearch)->setObjectName(QStringLiteral("internetSearch"));
+  menu->addAction(tr("&Internet Search…"), this, [this] { internetSearch(); })->setObjectName(QStringLiteral("internetSearch"));
   menu->addAction(tr("Add &Manually…"), this, &DiscMenu::addManually)->setObjectName(QStringLiteral("addManually"));
 }
 
@@ -39,8 +41,12 @@ void DiscMenu::scanDisc() {
 
 void DiscMenu::ejectDisc() { controller_.ejectCD(); }
 
-void DiscMenu::internetSearch() {
+void DiscMenu::internetSearch(const QString& text) {
   InternetSearchDialog dialog(controller_.freedb(), &window_);
+  if (!text.isEmpty()) {
+    dialog.field()->setText(text);
+    dialog.search();
+  }
   if (dialog.exec() != QDialog::Accepted || dialog.chosenIndex() < 0) return;
   controller_.showResultOfSite(controller_.freedb(), dialog.chosenIndex());
   showAddPanel();

@@ -18,7 +18,8 @@ class DiscMenu : public QObject {
 
   void scanDisc();
   void ejectDisc();
-  void internetSearch();
+  // The internet search panel, searching for the text at once when there is one.
+  void internetSearch(const QString& text = {});
   void addManually();
   // Shows the add panel's values in the entry editor, if the panel is open.
   void showAddPanel();

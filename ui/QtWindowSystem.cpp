@@ -124,3 +124,10 @@ std::optional<PrintRequest> QtWindowSystem::runPrintDialog(const PrintController
   request.device = printer_.get();
   return request;
 }
+
+void QtWindowSystem::bringToFront() {
+  if (!window_) return;
+  if (window_->isMinimized()) window_->showNormal();
+  window_->raise();
+  window_->activateWindow();
+}

@@ -35,6 +35,10 @@ class QtWindowSystem : public QObject, public WindowSystem {
   void displayNotice(const QString& text, double seconds) override;
   void footerDidChange(const QString& footer, qsizetype selectedCount) override;
   void entriesDidChange() override { Q_EMIT entriesChanged(); }
+  void bringToFront() override;
+  void showInternetSearchPanel(const QString& text, const QString& site) override {
+    Q_EMIT internetSearchRequested(text, site);
+  }
   bool entryPageHasFocus() const override;
   void printEntryPage() override;
   std::optional<PrintRequest> runPrintDialog(const PrintController& panel) override;
@@ -42,6 +46,7 @@ class QtWindowSystem : public QObject, public WindowSystem {
  Q_SIGNALS:
   void footerChanged(const QString& footer, qsizetype selectedCount);
   void entriesChanged();
+  void internetSearchRequested(const QString& text, const QString& site);
 
  private:
   QPointer<QWidget> window_;
