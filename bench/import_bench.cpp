@@ -14,6 +14,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <cstdio>
+#include <limits>
 
 int main(int argc, char** argv) {
   QCoreApplication app(argc, argv);
@@ -45,6 +46,7 @@ int main(int argc, char** argv) {
   }
   if (qEnvironmentVariableIsSet("IMPORT_BENCH_PARSE_ONLY")) {
     LibraryXml library;
+    if (qEnvironmentVariableIsSet("IMPORT_BENCH_ONE_THREAD")) library.setParallelFrom(std::numeric_limits<qint64>::max());
     library.read(args[3], true);
     std::printf("parse %lld tracks %.3f s\n", qint64(library.tracks().size()), timer.nsecsElapsed() / 1e9);
     return 0;

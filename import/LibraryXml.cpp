@@ -1,128 +1,172 @@
 #include "LibraryXml.h"
 
+#include "PlistStream.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QXmlStreamReader>
+#include <QThread>
+#include <atomic>
+#include <optional>
+#include <thread>
 
 namespace {
 
-// Beyond this, nesting is no library but an attack on the stack.
-constexpr int maximumDepth = 64;
+// Where a second thread can start reading: a track's "<key>" after the middle of the file.
+struct Split {
+  qint64 at = -1;          // the byte where the second reader starts
+  qint64 plistStart = -1;  // the end of the prolog
+};
 
-class PlistStream {
+// What stands open in the library at a split: the second reader starts its document with it.
+const QByteArray openAtSplit = QByteArrayLiteral("<plist><dict><key>Tracks</key><dict>");
+
+// Reads the music library's top-level dict: its tracks and playlists.
+class LibraryReader {
  public:
-  explicit PlistStream(QIODevice* device) : xml_(device) {}
+  LibraryReader(QIODevice* device, bool withTracks, const QByteArray& prefix = {})
+      : plist_(device, prefix), xml_(plist_.xml()), withTracks_(withTracks) {}
 
-  QXmlStreamReader& xml() { return xml_; }
-
-  // Moves to the next start element inside the current one; false at its end.
-  bool nextChild() {
-    while (!xml_.atEnd()) {
-      const QXmlStreamReader::TokenType token = xml_.readNext();
-      if (token == QXmlStreamReader::StartElement) return true;
-      if (token == QXmlStreamReader::EndElement) return false;
-    }
-    return false;
+  PlistStream& stream() { return plist_; }
+  // From the start of the document, or on from between two tracks after a pause.
+  void read() {
+    if (!plist_.paused()) return readDocument();
+    plist_.resume();
+    readTracks();
+    readLibrary();
   }
+  bool complete() const { return sawPlist && !xml_.hasError(); }
 
-  // The value whose start element is current, read up to its end element.
-  QVariant readValue(int depth = 0) {
-    if (depth > maximumDepth) {
-      xml_.raiseError(QStringLiteral("nesting deeper than %1 levels").arg(maximumDepth));
-      return {};
-    }
-    const QStringView name = xml_.name();
-    if (name == u"dict") {
-      QVariantMap map;
-      readDict([&](const QString& key) { map.insert(key, readValue(depth + 1)); });
-      return map;
-    }
-    if (name == u"array") {
-      QVariantList list;
-      while (nextChild()) list << readValue(depth + 1);
-      return list;
-    }
-    if (name == u"true" || name == u"false") {
-      const bool value = name == u"true";
-      xml_.skipCurrentElement();
-      return value;
-    }
-    const QString text = elementText();
-    if (name == u"integer") {
-      bool ok = false;
-      const qint64 n = text.trimmed().toLongLong(&ok);
-      return ok ? QVariant(n) : QVariant();
-    }
-    if (name == u"real") {
-      bool ok = false;
-      const double d = text.trimmed().toDouble(&ok);
-      return ok ? QVariant(d) : QVariant();
-    }
-    if (name == u"date") {
-      QDateTime date = QDateTime::fromString(text.trimmed(), Qt::ISODate);
-      if (!date.isValid()) return {};
-      return date.toUTC();
-    }
-    if (name == u"data") return QByteArray::fromBase64(text.toLatin1());
-    return text;
-  }
-
-  // Calls readEntry for each key of the current dict, positioned on the value's start element.
-  template <typename F> void readDict(F readEntry) {
-    while (nextChild()) {
-      if (xml_.name() != u"key") {
-        xml_.skipCurrentElement();
-        continue;
-      }
-      const QString key = internedElementText();
-      if (!nextChild()) return;
-      readEntry(key);
-    }
-  }
-
-  // The text of the current element up to its end; nested elements are skipped. Most elements
-  // hold one run of characters, taken without building the text piece by piece.
-  QString elementText() {
-    QString text;
-    int runs = 0;
-    while (!xml_.atEnd()) {
-      const QXmlStreamReader::TokenType token = xml_.readNext();
-      if (token == QXmlStreamReader::Characters || token == QXmlStreamReader::EntityReference) {
-        if (runs++ == 0) text = xml_.text().toString();
-        else text += xml_.text();
-      } else if (token == QXmlStreamReader::StartElement) {
-        xml_.skipCurrentElement();
-      } else if (token == QXmlStreamReader::EndElement) {
-        break;
-      }
-    }
-    return text;
-  }
-
-  // Every track repeats the same few dozen keys: share one copy of each.
-  QString internedElementText() {
-    while (!xml_.atEnd()) {
-      const QXmlStreamReader::TokenType token = xml_.readNext();
-      if (token == QXmlStreamReader::Characters) {
-        const QStringView view = xml_.text();
-        auto it = keys_.constFind(view);
-        QString key = it != keys_.constEnd() ? *it : view.toString();
-        if (it == keys_.constEnd() && keys_.size() < 4096) keys_.insert(QStringView(key), key);
-        // The rest of the element, if it is more than one run, is rare enough to read plainly.
-        QString rest = elementText();
-        return rest.isEmpty() ? key : key + rest;
-      }
-      if (token == QXmlStreamReader::EndElement) return {};
-      if (token == QXmlStreamReader::StartElement) xml_.skipCurrentElement();
-    }
-    return {};
-  }
+  QList<LibraryXml::Playlist> playlists;
+  QHash<qint64, QVariantMap> tracks;
+  bool sawPlist = false;
 
  private:
-  QXmlStreamReader xml_;
-  QHash<QStringView, QString> keys_;  // each view looks into its own value
+  void readDocument() {
+    while (plist_.nextChild()) {
+      if (xml_.name() == u"plist") {
+        sawPlist = true;
+        continue;
+      }
+      if (!sawPlist || xml_.name() != u"dict") {
+        plist_.skipElement();
+        continue;
+      }
+      readLibrary();
+      return;
+    }
+  }
+
+  void readLibrary() {
+    plist_.readDict([&](const QString& key) {
+      if (key == u"Tracks" && xml_.name() == u"dict") readTracks();
+      else if (key == u"Playlists" && xml_.name() == u"array") readPlaylists();
+      else plist_.skipElement();
+    });
+  }
+
+  // Between two tracks is the one place where reading may pause.
+  void readTracks() {
+    for (;;) {
+      plist_.setPausable(true);
+      const bool more = plist_.nextChild();
+      plist_.setPausable(false);
+      if (!more) return;
+      if (xml_.name() != u"key") {
+        plist_.skipElement();
+        continue;
+      }
+      bool ok = false;
+      const qint64 trackID = plist_.keyText().toLongLong(&ok);
+      if (!plist_.nextChild()) return;
+      if (!withTracks_ || !ok || xml_.name() != u"dict") {
+        plist_.skipElement();
+        continue;
+      }
+      QVariantMap track;
+      plist_.readDict([&](const QString& k) { track.insert(k, plist_.readValue(1)); });
+      tracks.insert(trackID, track);
+    }
+  }
+
+  void readPlaylists() {
+    while (plist_.nextChild()) {
+      LibraryXml::Playlist playlist;
+      if (xml_.name() != u"dict") {
+        plist_.skipElement();
+        playlists << playlist;
+        continue;
+      }
+      plist_.readDict([&](const QString& k) {
+        if (k == u"Name") {
+          playlist.name = plist_.readValue(1).toString();
+        } else if (k == u"Playlist Items" && xml_.name() == u"array") {
+          // Items are read one by one: a playlist of the whole library holds every track.
+          while (plist_.nextChild()) {
+            if (xml_.name() != u"dict") {
+              plist_.skipElement();
+              continue;
+            }
+            plist_.readDict([&](const QString& itemKey) {
+              const QVariant value = plist_.readValue(2);
+              bool ok = false;
+              const qint64 n = value.toLongLong(&ok);
+              if (itemKey == u"Track ID" && ok) playlist.trackIDs << n;
+            });
+          }
+        } else {
+          plist_.skipElement();
+        }
+      });
+      playlists << playlist;
+    }
+  }
+
+  PlistStream plist_;
+  QXmlStreamReader& xml_;
+  bool withTracks_;
 };
+
+bool isSpace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+
+// A track's key in the "Tracks" dict, right after the previous track: "</dict> <key>ID</key> <dict>".
+bool startsTrack(QByteArrayView window, qsizetype at) {
+  qsizetype before = at;
+  while (before > 0 && isSpace(window[before - 1])) --before;
+  if (!window.first(before).endsWith("</dict>")) return false;
+  qsizetype i = at + 5;
+  const qsizetype digits = i;
+  while (i < window.size() && window[i] >= '0' && window[i] <= '9') ++i;
+  if (i == digits || !window.sliced(i).startsWith("</key>")) return false;
+  i += 6;
+  while (i < window.size() && isSpace(window[i])) ++i;
+  return window.sliced(i).startsWith("<dict>");
+}
+
+// Only a UTF-8 file with no declared entities reads the same from a split as from its start.
+Split findSplit(QFile& file) {
+  Split split;
+  const qint64 size = file.size();
+  const QByteArray head = file.read(64 * 1024);
+  const qsizetype declaration = head.indexOf("<?xml");
+  if (head.startsWith("\xFE\xFF") || head.startsWith("\xFF\xFE")) return split;
+  if (declaration >= 0 && declaration < 4) {
+    const QByteArray text = head.mid(declaration, head.indexOf("?>") - declaration).toLower();
+    const qsizetype encoding = text.indexOf("encoding");
+    if (encoding >= 0 && !text.mid(encoding).contains("utf-8")) return split;
+  }
+  const qsizetype plistStart = head.indexOf("<plist");
+  if (plistStart < 0 || head.first(plistStart).contains("<!ENTITY")) return split;
+  if (!file.seek(size / 2)) return split;
+  const QByteArray window = file.read(1024 * 1024);
+  for (qsizetype at = window.indexOf("<key>"); at >= 0; at = window.indexOf("<key>", at + 1)) {
+    if (!startsTrack(window, at)) continue;
+    split.at = size / 2 + at;
+    split.plistStart = plistStart;
+    break;
+  }
+  return split;
+}
 
 }  // namespace
 
@@ -135,76 +179,56 @@ bool LibraryXml::read(const QString& path, bool withTracks) {
     error_ = QStringLiteral("cannot open %1: %2").arg(path, file.errorString());
     return false;
   }
-  PlistStream plist(&file);
-  QXmlStreamReader& xml = plist.xml();
-  bool sawPlist = false;
-  while (plist.nextChild()) {
-    if (xml.name() == u"plist") {
-      sawPlist = true;
-      continue;
-    }
-    if (!sawPlist || xml.name() != u"dict") {
-      xml.skipCurrentElement();
-      continue;
-    }
-    plist.readDict([&](const QString& key) {
-      if (key == u"Tracks" && xml.name() == u"dict") {
-        plist.readDict([&](const QString& id) {
-          bool ok = false;
-          const qint64 trackID = id.toLongLong(&ok);
-          if (!withTracks || !ok || xml.name() != u"dict") {
-            xml.skipCurrentElement();
-            return;
-          }
-          QVariantMap track;
-          plist.readDict([&](const QString& k) { track.insert(k, plist.readValue(1)); });
-          tracks_.insert(trackID, track);
-        });
-      } else if (key == u"Playlists" && xml.name() == u"array") {
-        while (plist.nextChild()) {
-          Playlist playlist;
-          if (xml.name() != u"dict") {
-            xml.skipCurrentElement();
-            playlists_ << playlist;
-            continue;
-          }
-          plist.readDict([&](const QString& k) {
-            if (k == u"Name") {
-              playlist.name = plist.readValue(1).toString();
-            } else if (k == u"Playlist Items" && xml.name() == u"array") {
-              // Items are read one by one: a playlist of the whole library holds every track.
-              while (plist.nextChild()) {
-                if (xml.name() != u"dict") {
-                  xml.skipCurrentElement();
-                  continue;
-                }
-                plist.readDict([&](const QString& itemKey) {
-                  const QVariant value = plist.readValue(2);
-                  bool ok = false;
-                  const qint64 n = value.toLongLong(&ok);
-                  if (itemKey == u"Track ID" && ok) playlist.trackIDs << n;
-                });
-              }
-            } else {
-              xml.skipCurrentElement();
-            }
-          });
-          playlists_ << playlist;
-        }
-      } else {
-        xml.skipCurrentElement();
-      }
+  // A large library is read by two threads, one from the middle of its tracks. The first checks
+  // that it got to that place between two tracks; if not, or if the second met anything it
+  // could not read, the first reads on alone, so the result is always that of one reader.
+  const bool twoThreads = withTracks && file.size() >= parallelFrom_ && QThread::idealThreadCount() > 1;
+  const Split split = twoThreads ? findSplit(file) : Split();
+  LibraryReader reader(&file, withTracks);
+  QFile tailFile(path);
+  std::optional<LibraryReader> tail;
+  std::atomic_bool cancel = false;
+  std::thread worker;
+  if (split.at > 0 && file.seek(0) && tailFile.open(QIODevice::ReadOnly) && tailFile.seek(split.at)) {
+    reader.stream().setLimit(split.at);
+    reader.stream().watchForSpecialMarkupFrom(split.plistStart);
+    // Made on its own thread, so that the reader's buffers come from that thread's heap.
+    worker = std::thread([&] {
+      tail.emplace(&tailFile, true, openAtSplit);
+      tail->stream().setCancelFlag(&cancel);
+      tail->read();
     });
-    break;
+  } else {
+    file.seek(0);
   }
-  if (xml.hasError()) {
+  reader.read();
+  bool joined = false;
+  if (worker.joinable()) {
+    const bool atSplit = reader.stream().paused() && !reader.stream().sawSpecialMarkup();
+    if (!atSplit) cancel = true;
+    worker.join();
+    if (atSplit && tail->complete()) {
+      for (auto it = tail->tracks.cbegin(); it != tail->tracks.cend(); ++it) reader.tracks.insert(it.key(), it.value());
+      reader.playlists += tail->playlists;
+      tail.reset();
+      joined = true;
+    } else if (reader.stream().paused()) {
+      tail.reset();
+      reader.read();
+    }
+  }
+  playlists_ = std::move(reader.playlists);
+  tracks_ = std::move(reader.tracks);
+  const QXmlStreamReader& xml = reader.stream().xml();
+  // A first reader that stopped at the split waits there for data it no longer needs.
+  if (xml.hasError() && !joined) {
     error_ = QStringLiteral("%1 is not a readable library file (line %2: %3)")
                  .arg(path)
                  .arg(xml.lineNumber())
                  .arg(xml.errorString());
     return false;
   }
-  if (!sawPlist) {
+  if (!reader.sawPlist) {
     error_ = QStringLiteral("%1 is not a library file").arg(path);
     return false;
   }

@@ -17,6 +17,8 @@ class LibraryXml {
   // False with error() set when the file cannot be read or is no property list; what was read
   // before a fault in the file is kept.
   bool read(const QString& path, bool withTracks);
+  // Files of this size or more are read with two threads when the machine has two cores.
+  void setParallelFrom(qint64 bytes) { parallelFrom_ = bytes; }
 
   const QList<Playlist>& playlists() const { return playlists_; }
   const QHash<qint64, QVariantMap>& tracks() const { return tracks_; }
@@ -33,4 +35,5 @@ class LibraryXml {
   QList<Playlist> playlists_;
   QHash<qint64, QVariantMap> tracks_;
   QString error_;
+  qint64 parallelFrom_ = 8 * 1024 * 1024;
 };

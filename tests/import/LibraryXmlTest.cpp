@@ -3,6 +3,7 @@
 #include "LibraryXml.h"
 
 #include <QFile>
+#include <limits>
 
 namespace {
 
@@ -103,4 +104,72 @@ TEST_F(LibraryXmlTest, HostileFilesAreRefusedOrReadInPart) {
   Entry* entry = controller->importedEntries().front();
   EXPECT_EQ(entry->stringValue("title"), "12");
   EXPECT_EQ(entry->tracksSet().size(), 2u);
+}
+
+namespace {
+
+QByteArray tracksXml(int from, int to) {
+  QByteArray xml;
+  for (int id = from; id < to; ++id) {
+    xml += "\n\t\t<key>" + QByteArray::number(id) + "</key>\n\t\t<dict>\n\t\t\t<key>Track ID</key><integer>" +
+           QByteArray::number(id) + "</integer>\n\t\t\t<key>Name</key><string>Caf\xc3\xa9 &amp; " + QByteArray::number(id) +
+           "</string>\n\t\t\t<key>Album</key><string>Album " + QByteArray::number(id / 10) +
+           "</string>\n\t\t\t<key>Total Time</key><integer>" + QByteArray::number(100000 + id) +
+           "</integer>\n\t\t\t<key>Date Added</key><date>2014-04-24T09:28:38Z</date>\n\t\t</dict>";
+  }
+  return xml;
+}
+
+QByteArray playlistsXml(int count) {
+  QByteArray xml = "<key>Playlists</key><array><dict><key>Name</key><string>Library</string><key>Playlist Items</key><array>";
+  for (int id = 0; id < count; ++id) xml += "<dict><key>Track ID</key><integer>" + QByteArray::number(id) + "</integer></dict>";
+  return xml + "</array></dict></array>";
+}
+
+}  // namespace
+
+// Large files are read by two threads from a point in the middle of the tracks; whatever stands
+// there, the result must be that of one reader.
+TEST_F(LibraryXmlTest, TwoReadersGiveWhatOneReaderGives) {
+  const QByteArray head = "<key>Major Version</key><integer>1</integer><key>Tracks</key><dict>";
+  QByteArray fakeTracks = tracksXml(1000, 1400);
+  const QByteArray decoy = fakeTracks.replace("--", "");
+  const QList<QPair<const char*, QByteArray>> files{
+      {"plain", plist(head + tracksXml(0, 300) + "</dict>" + playlistsXml(300))},
+      {"comment", plist(head + tracksXml(0, 50) + "\n<!-- " + decoy + " -->" + tracksXml(50, 100) + "</dict>" + playlistsXml(100))},
+      {"cdata", plist(head + tracksXml(0, 50) + "<key>60</key><dict><key>Name</key><string><![CDATA[" + decoy +
+                      "]]></string></dict>" + tracksXml(70, 100) + "</dict>" + playlistsXml(100))},
+      {"nested", plist(head + tracksXml(0, 50) + "<key>60</key><dict><key>Extra</key><dict>" + tracksXml(1000, 1300) +
+                       "</dict></dict>" + tracksXml(70, 100) + "</dict>" + playlistsXml(100))},
+      {"truncated", plist(head + tracksXml(0, 300)).left(40000)},
+      {"broken tail", plist(head + tracksXml(0, 300) + "</dict>" + playlistsXml(300)).replace("<key>250</key>", "<key>250</kex>")},
+      {"latin1", QByteArray(plist(head + tracksXml(0, 300) + "</dict>" + playlistsXml(300)))
+                     .replace("UTF-8", "ISO-8859-1")
+                     .replace("\xc3\xa9", "\xe9")},
+      {"entity", QByteArray(plist(head + tracksXml(0, 300) + "</dict>" + playlistsXml(300)))
+                     .replace("<plist", "<!DOCTYPE plist [<!ENTITY cafe \"Caf\xc3\xa9\">]>\n<plist")
+                     .replace("Caf\xc3\xa9 &amp; 2", "&cafe; 2")},
+  };
+  for (const auto& [name, bytes] : files) {
+    SCOPED_TRACE(name);
+    const QString path = write("library.xml", bytes);
+    LibraryXml one, two;
+    one.setParallelFrom(std::numeric_limits<qint64>::max());
+    two.setParallelFrom(0);
+    const bool read = one.read(path, true);
+    EXPECT_EQ(two.read(path, true), read);
+    EXPECT_EQ(two.error(), one.error());
+    EXPECT_EQ(two.tracks().size(), one.tracks().size());
+    EXPECT_TRUE(two.tracks() == one.tracks());
+    ASSERT_EQ(two.playlists().size(), one.playlists().size());
+    for (qsizetype i = 0; i < one.playlists().size(); ++i) {
+      EXPECT_EQ(two.playlists()[i].name, one.playlists()[i].name);
+      EXPECT_EQ(two.playlists()[i].trackIDs, one.playlists()[i].trackIDs);
+    }
+  }
+  LibraryXml library;
+  library.setParallelFrom(0);
+  ASSERT_TRUE(library.read(write("library.xml", files[0].second), true));
+  EXPECT_EQ(library.tracksOfPlaylistNamed("Library").size(), 300);
+  EXPECT_EQ(library.tracks().value(299).value("Name"), QString::fromUtf8("Café & 299"));
 }
