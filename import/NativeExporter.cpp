@@ -28,13 +28,16 @@ bool NativeExporter::write(Store& store, const std::vector<Entry*>& entries, con
     QVariantMap dictionary = MyUpdate::oldDictionaryFromEntry(*entry);
     const QString cover = store.coverPathOf(entry->uid());
     if (!cover.isEmpty() && QFile::exists(cover)) {
+      QFile file(cover);
+      const QByteArray picture = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
       if (folder) {
+        // Replaced in one step, so that an export cut short leaves the earlier one whole.
         const QString target = path + QStringLiteral("/Covers/%1.jpg").arg(n);
-        QFile::remove(target);
-        if (!QFile::copy(cover, target)) return fail(QStringLiteral("cannot write %1").arg(target));
-      } else {
-        QFile file(cover);
-        if (file.open(QIODevice::ReadOnly)) dictionary.insert(QStringLiteral("image%1").arg(n), file.readAll());
+        QSaveFile out(target);
+        if (!out.open(QIODevice::WriteOnly) || out.write(picture) != picture.size() || !out.commit())
+          return fail(QStringLiteral("cannot write %1").arg(target));
+      } else if (!picture.isEmpty()) {
+        dictionary.insert(QStringLiteral("image%1").arg(n), picture);
       }
     }
     top.insert(QString::number(n), dictionary);

@@ -4,12 +4,20 @@
 //   crash_helper check-migration PATH N
 //       PATH must pass the integrity check and hold either the untouched version-4 catalogue or
 //       all N entries migrated, each with its tracks and links
+//   crash_helper snapshot PATH
+//       prints "uid tracks links" for every saved entry of PATH (read while another process writes)
+//   crash_helper check-import PATH SNAPSHOT
+//       PATH must pass the integrity and foreign key checks, still hold every entry of SNAPSHOT with
+//       at least its tracks and links, and hold no entry without a link, no link twice, and no track
+//       or link or collection member whose entry is gone
 #include "SqliteDatabase.h"
 #include "SqliteStatement.h"
 #include "SqliteTransaction.h"
 #include "StoreSchema.h"
 
 #include <QCoreApplication>
+#include <QFile>
+#include <QHash>
 #include <QStringList>
 #include <cstdio>
 
@@ -23,6 +31,13 @@ int fail(const char* what) {
 qint64 count(SqliteDatabase& db, const QString& sql) {
   SqliteStatement q(db.handle(), sql);
   return q.step() == SQLITE_ROW ? q.int64(0) : -1;
+}
+
+bool whole(SqliteDatabase& db) {
+  SqliteStatement check(db.handle(), QStringLiteral("PRAGMA integrity_check"));
+  if (check.step() != SQLITE_ROW || check.text(0) != QLatin1String("ok")) return false;
+  SqliteStatement keys(db.handle(), QStringLiteral("PRAGMA foreign_key_check"));
+  return keys.step() == SQLITE_DONE;
 }
 
 int makeVersion4(const QString& path, int n) {
@@ -61,14 +76,54 @@ int makeVersion4(const QString& path, int n) {
 int checkMigration(const QString& path, int n) {
   SqliteDatabase db;
   if (!db.open(path, SQLITE_OPEN_READWRITE)) return fail("cannot open");
-  SqliteStatement check(db.handle(), QStringLiteral("PRAGMA integrity_check"));
-  if (check.step() != SQLITE_ROW || check.text(0) != QLatin1String("ok")) return fail("integrity check failed");
+  if (!whole(db)) return fail("integrity or foreign key check failed");
   const qint64 version = db.userVersion();
   if (version != StoreSchema::version4 && version != StoreSchema::currentVersion) return fail("unexpected version");
   if (count(db, QStringLiteral("SELECT count(*) FROM entries")) != n) return fail("entries missing");
   if (count(db, QStringLiteral("SELECT count(*) FROM tracks")) != qint64(n) * 10) return fail("tracks missing");
   if (count(db, QStringLiteral("SELECT count(*) FROM links")) != qint64(n) * 2) return fail("links missing");
   std::printf("%s\n", version == StoreSchema::currentVersion ? "migrated" : "version 4");
+  return 0;
+}
+
+const QString perEntry = QStringLiteral(
+    "SELECT e.uid, (SELECT count(*) FROM tracks t WHERE t.entry_uid=e.uid), "
+    "(SELECT count(*) FROM links l WHERE l.entry_uid=e.uid) FROM entries e ORDER BY e.uid");
+
+int snapshot(const QString& path) {
+  SqliteDatabase db;
+  if (!db.open(path, SQLITE_OPEN_READONLY)) return fail("cannot open");
+  SqliteStatement q(db.handle(), perEntry);  // one statement: one snapshot, whatever commits meanwhile
+  while (q.step() == SQLITE_ROW) std::printf("%lld %lld %lld\n", q.int64(0), q.int64(1), q.int64(2));
+  return 0;
+}
+
+int checkImport(const QString& path, const QString& snapshotPath) {
+  SqliteDatabase db;
+  if (!db.open(path, SQLITE_OPEN_READWRITE)) return fail("cannot open");
+  if (!whole(db)) return fail("integrity or foreign key check failed");
+  QHash<qint64, QPair<qint64, qint64>> now;
+  SqliteStatement q(db.handle(), perEntry);
+  while (q.step() == SQLITE_ROW) {
+    if (q.int64(2) == 0) return fail("an entry without its links");
+    now.insert(q.int64(0), {q.int64(1), q.int64(2)});
+  }
+  QFile saved(snapshotPath);
+  if (!saved.open(QIODevice::ReadOnly)) return fail("cannot read the snapshot");
+  while (!saved.atEnd()) {
+    const QList<QByteArray> fields = saved.readLine().simplified().split(' ');
+    if (fields.size() != 3) continue;
+    const auto it = now.constFind(fields[0].toLongLong());
+    if (it == now.constEnd()) return fail("a saved entry is gone");
+    if (it->first < fields[1].toLongLong() || it->second < fields[2].toLongLong()) return fail("a saved entry lost tracks or links");
+  }
+  if (count(db, QStringLiteral("SELECT count(*) FROM links")) != count(db, QStringLiteral("SELECT count(DISTINCT url) FROM links")))
+    return fail("a file was linked twice");
+  if (count(db, QStringLiteral("SELECT count(*) FROM tracks WHERE entry_uid NOT IN (SELECT uid FROM entries)")) != 0 ||
+      count(db, QStringLiteral("SELECT count(*) FROM links WHERE entry_uid NOT IN (SELECT uid FROM entries)")) != 0 ||
+      count(db, QStringLiteral("SELECT count(*) FROM collection_entries WHERE entry_uid NOT IN (SELECT uid FROM entries)")) != 0)
+    return fail("rows left without their entry");
+  std::printf("%lld entries\n", qint64(now.size()));
   return 0;
 }
 
@@ -79,6 +134,8 @@ int main(int argc, char** argv) {
   const QStringList args = app.arguments();
   if (args.size() == 4 && args[1] == QLatin1String("make-v4")) return makeVersion4(args[2], args[3].toInt());
   if (args.size() == 4 && args[1] == QLatin1String("check-migration")) return checkMigration(args[2], args[3].toInt());
-  std::fprintf(stderr, "usage: crash_helper make-v4|check-migration PATH N\n");
+  if (args.size() == 3 && args[1] == QLatin1String("snapshot")) return snapshot(args[2]);
+  if (args.size() == 4 && args[1] == QLatin1String("check-import")) return checkImport(args[2], args[3]);
+  std::fprintf(stderr, "usage: crash_helper make-v4|check-migration PATH N | snapshot PATH | check-import PATH SNAPSHOT\n");
   return 2;
 }
