@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Builds Release and runs the shared peer benchmark (../shared/bench/peers.sh) with this project's
-# two import rows added: a folder import and a library-file playlist import, each into a fresh
-# catalogue. Usage: bench/import.sh [CORPUS] [XML] [extra peers.sh options...]
+# import rows added: a folder import (in process and through the command line) and a library-file
+# playlist import, each into a fresh catalogue.
+# Usage: bench/import.sh [CORPUS] [XML] [extra peers.sh options...]
 # Defaults: a 10,000-file corpus from make-corpus.sh and a 50,000-track library from
 # make-library-xml.py, made when missing (make-corpus.sh needs ffmpeg and python3-mutagen).
 set -euo pipefail
@@ -18,5 +19,6 @@ bin=$(realpath "$dir")
 # peers.sh runs each CMD with $WORK, $CORPUS and $XML set.
 exec bash "$shared/peers.sh" "$@" \
   -x "discary folder import|files|rm -f \$WORK/d.sqlite|$bin/bench/import_bench folder \$WORK/d.sqlite \"\$CORPUS\"" \
-  -x "discary library import|tracks|rm -f \$WORK/x.sqlite|$bin/app/discary --catalogue \$WORK/x.sqlite --quiet library import --xml \"\$XML\" --playlist-index 0" \
+  -x "discary import FOLDER (CLI)|files|rm -f \$WORK/c.sqlite*|$bin/app/discary --catalogue \$WORK/c.sqlite --settings \$WORK/c.conf --quiet import \"\$CORPUS\"" \
+  -x "discary library import|tracks|rm -f \$WORK/x.sqlite*|$bin/app/discary --catalogue \$WORK/x.sqlite --settings \$WORK/c.conf --quiet library import --xml \"\$XML\" --playlist-index 0" \
   "$corpus" "$xml"
