@@ -141,6 +141,8 @@ class Reader {
   qsizetype elements_ = 0;
 };
 
+}  // namespace
+
 void writeValue(QXmlStreamWriter& xml, const QVariant& value) {
   switch (value.typeId()) {
     case QMetaType::QVariantMap: {
@@ -184,8 +186,6 @@ void writeValue(QXmlStreamWriter& xml, const QVariant& value) {
   }
 }
 
-}  // namespace
-
 std::optional<QVariant> read(const QByteArray& data, QString* error) {
   if (data.startsWith("bplist")) {
     if (error) *error = QStringLiteral("binary property lists are not supported; save it as XML");
@@ -207,17 +207,25 @@ std::optional<QVariant> readFile(const QString& path, QString* error, qint64 max
   return read(file.readAll(), error);
 }
 
-QByteArray write(const QVariant& value) {
-  QByteArray out;
-  QXmlStreamWriter xml(&out);
+void beginDocument(QXmlStreamWriter& xml) {
   xml.setAutoFormatting(true);
   xml.setAutoFormattingIndent(1);
   xml.writeStartDocument();
   xml.writeStartElement(QStringLiteral("plist"));
   xml.writeAttribute(QStringLiteral("version"), QStringLiteral("1.0"));
-  writeValue(xml, value);
+}
+
+void endDocument(QXmlStreamWriter& xml) {
   xml.writeEndElement();
   xml.writeEndDocument();
+}
+
+QByteArray write(const QVariant& value) {
+  QByteArray out;
+  QXmlStreamWriter xml(&out);
+  beginDocument(xml);
+  writeValue(xml, value);
+  endDocument(xml);
   return out;
 }
 

@@ -95,6 +95,13 @@ void Entry::adoptLoadedRelationships(std::vector<std::unique_ptr<Track>> tracks,
   for (auto& l : links_) l->entry_ = this;
 }
 
+void Entry::unloadRelationships() {
+  if (!context_) return;
+  tracks_.clear();
+  links_.clear();
+  relationshipsLoaded_ = false;
+}
+
 void Entry::relationshipDidChange(const QString& key, bool notify) {
   if (context_) context_->entryDidChange(*this, key, notify);
 }

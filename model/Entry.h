@@ -37,6 +37,9 @@ class Entry : public ManagedObject {
   bool relationshipsLoaded() const { return relationshipsLoaded_; }
   // For the store's loader: install the saved tracks and links without marking a change.
   void adoptLoadedRelationships(std::vector<std::unique_ptr<Track>> tracks, std::vector<std::unique_ptr<Link>> links);
+  // Lets saved, unchanged tracks and links go again; the next use loads them anew. Only for an
+  // entry of a store whose relationships were loaded and not changed since (TransientRelationships).
+  void unloadRelationships();
   void relationshipDidChange(const QString& key, bool notify);
 
  protected:

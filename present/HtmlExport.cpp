@@ -3,6 +3,7 @@
 #include "Entry.h"
 #include "EntryTemplate.h"
 #include "MyControllerShared.h"
+#include "TransientRelationships.h"
 #include "WindowSystem.h"
 
 #include <QDir>
@@ -127,7 +128,10 @@ bool HtmlExport::writePages(const std::vector<Entry*>& entries, const QString& t
       return false;
     }
     QString page = pageTemplate;
-    controller_.replaceKeysInTemplate(page, *entry, true, false);
+    {
+      TransientRelationships reading(*entry);
+      controller_.replaceKeysInTemplate(page, *entry, true, false);
+    }
     if (!writeText(QStringLiteral("%1/%2.html").arg(staging).arg(entry->uid()), page, error)) return false;
     windowSystem.increaseProgress();
   }

@@ -1,4 +1,5 @@
 #include "ImportTestSupport.h"
+#include "CsvExporter.h"
 #include "NativeExporter.h"
 #include "PropertyList.h"
 
@@ -180,3 +181,42 @@ TEST(PropertyListTest, WritesWhatItReads) {
 }
 
 }  // namespace
+
+// Exports read every entry's tracks; on a large catalogue they must not all stay in memory
+// afterwards, and an entry changed and not yet saved must keep its changes.
+TEST_F(NativeImportTest, ExportsLetSavedTracksGoAgainAndKeepUnsavedOnes) {
+  {
+    auto source = launch("source/Discary.sqlite");
+    Store& store = source->managedObjectContext();
+    for (const char* title : {"Saved", "Changed"}) {
+      Entry* e = store.insertEntry();
+      e->setValue("title", title);
+      auto track = Store::newTrack();
+      track->setValue("name", QStringLiteral("%1 track").arg(title));
+      e->addTrack(std::move(track));
+    }
+    ASSERT_TRUE(store.save());
+  }
+  auto controller = launch("source/Discary.sqlite");
+  Store& store = controller->managedObjectContext();
+  Entry* saved = entryTitled(*controller, "Saved");
+  Entry* changed = entryTitled(*controller, "Changed");
+  auto extra = Store::newTrack();
+  extra->setValue("name", "Unsaved track");
+  changed->addTrack(std::move(extra));
+  ASSERT_FALSE(saved->relationshipsLoaded());
+
+  const QString csv = QString::fromUtf8(CsvExporter::text(store.entries()));
+  QString error;
+  const QString path = dir.filePath("out.discary");
+  ASSERT_TRUE(NativeExporter::write(store, store.entries(), path, NativeExporter::Form::File, &error)) << qPrintable(error);
+  const QString native = QString::fromUtf8(PropertyList::write(*PropertyList::readFile(path)));
+  for (const QString& text : {csv, native}) {
+    EXPECT_TRUE(text.contains("Saved track"));
+    EXPECT_TRUE(text.contains("Unsaved track"));
+  }
+  EXPECT_FALSE(saved->relationshipsLoaded());
+  ASSERT_EQ(changed->tracksSet().size(), 2u);
+  EXPECT_EQ(saved->tracksSet().size(), 1u);  // loaded again on demand
+  EXPECT_TRUE(store.save());
+}
