@@ -20,6 +20,8 @@ void ScratchCatalogue::clear() {
     QFile::remove(store_.coverPathOf(entry->uid()));
     store_.deleteEntry(entry);
   }
+  if (++clearsSinceSave_ < 64) return;
+  clearsSinceSave_ = 0;
   QString error;
   if (!store_.save(&error)) {
     std::fprintf(stderr, "cannot save the scratch catalogue: %s\n", qPrintable(error));

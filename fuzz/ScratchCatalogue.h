@@ -13,10 +13,12 @@ class ScratchCatalogue {
   Store& store() { return store_; }
   WindowSystem& windowSystem() { return windowSystem_; }
   const ScratchFolder& folder() const { return folder_; }
-  // Deletes every entry and its cover, and saves, so that the store forgets the deletions too.
+  // Deletes every entry and its cover; every so often saves, so that the store forgets the
+  // deletions too (a save each time would be most of the work of a small input).
   void clear();
 
  private:
+  int clearsSinceSave_ = 0;
   ScratchFolder folder_;
   Store store_;
   QuietWindowSystem windowSystem_;
