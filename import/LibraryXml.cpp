@@ -148,13 +148,7 @@ Split findSplit(QFile& file) {
   Split split;
   const qint64 size = file.size();
   const QByteArray head = file.read(64 * 1024);
-  const qsizetype declaration = head.indexOf("<?xml");
-  if (head.startsWith("\xFE\xFF") || head.startsWith("\xFF\xFE")) return split;
-  if (declaration >= 0 && declaration < 4) {
-    const QByteArray text = head.mid(declaration, head.indexOf("?>") - declaration).toLower();
-    const qsizetype encoding = text.indexOf("encoding");
-    if (encoding >= 0 && !text.mid(encoding).contains("utf-8")) return split;
-  }
+  if (!PlistStream::isUtf8(head)) return split;
   const qsizetype plistStart = head.indexOf("<plist");
   if (plistStart < 0 || head.first(plistStart).contains("<!ENTITY")) return split;
   if (!file.seek(size / 2)) return split;

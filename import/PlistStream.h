@@ -17,6 +17,9 @@ class PlistStream {
   // Reads the device from its current position; prefix is read first, as if it stood there.
   explicit PlistStream(QIODevice* device, const QByteArray& prefix = {});
 
+  // Whether a document that begins so is UTF-8: no byte order mark or declaration names another encoding.
+  static bool isUtf8(const QByteArray& head);
+
   QXmlStreamReader& xml() { return xml_; }
 
   // Feeds no byte of the device past this many (counted from where reading started).
@@ -60,12 +63,15 @@ class PlistStream {
  private:
   QXmlStreamReader::TokenType next();
   bool feed();
+  bool givePending();
   void lookForSpecialMarkup(const QByteArray& chunk);
   QString elementText();
 
   QIODevice* device_;
   QXmlStreamReader xml_;
-  qint64 fed_ = 0, limit_ = -1;
+  QByteArray pending_;  // read from the device, not yet given to the reader
+  int utf8_ = -1;       // whether the document is UTF-8; -1 until its first bytes are seen
+  qint64 fed_ = 0, limit_ = -1;  // fed_ counts the bytes read from the device
   bool pausable_ = false, paused_ = false, limitMissed_ = false;
   qint64 watchFrom_ = -1;
   bool sawSpecialMarkup_ = false;

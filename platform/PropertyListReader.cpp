@@ -31,11 +31,11 @@ std::optional<QVariant> convert(plist_t node, int depth) {
       return QVariant(value);
     }
     case PLIST_STRING: {
-      char* value = nullptr;
-      plist_get_string_val(node, &value);
-      const QString text = QString::fromUtf8(value ? value : "");
-      std::free(value);
-      return QVariant(text);
+      // Not the copying getter: it asserts, and so aborts, on a NUL byte in the text. The parser
+      // keeps nothing past the NUL, so the text ends there.
+      uint64_t length = 0;
+      const char* value = plist_get_string_ptr(node, &length);
+      return QVariant(value ? QString::fromUtf8(value, qsizetype(qstrnlen(value, size_t(length)))) : QString());
     }
     case PLIST_DATA: {
       char* value = nullptr;

@@ -140,4 +140,9 @@ TEST(PropertyListReader, readsNothingFromBrokenOrForeignFiles) {
   for (int i = 0; i < 500; ++i) deep += "<array>";
   EXPECT_FALSE(PropertyListReader::readDictionary(write("deep", deep)));
   EXPECT_TRUE(PropertyListReader::readDictionary(write("good", xml)));
+  // A NUL byte inside a string is no XML, but the parser takes it: the text ends there.
+  const char withNul[] = "<plist><dict><key>a</key><string>b\0c</string></dict></plist>";
+  const auto nul = PropertyListReader::read(QByteArray(withNul, sizeof withNul - 1));
+  ASSERT_TRUE(nul);
+  EXPECT_EQ(nul->toMap().value(QStringLiteral("a")).toString(), QStringLiteral("b"));
 }

@@ -126,6 +126,15 @@ QByteArray playlistsXml(int count) {
   return xml + "</array></dict></array>";
 }
 
+// The file with blanks added before its tracks so that an "é" straddles the end of the reader's
+// first 256 KB piece.
+QByteArray acrossChunks(QByteArray file) {
+  const qsizetype chunk = 256 * 1024;
+  const qsizetype at = file.indexOf("\xc3\xa9", chunk - 400);
+  file.insert(file.indexOf("<key>0</key>"), QByteArray(chunk - 1 - at, ' '));
+  return file;
+}
+
 }  // namespace
 
 // Large files are read by two threads from a point in the middle of the tracks; whatever stands
@@ -149,6 +158,10 @@ TEST_F(LibraryXmlTest, TwoReadersGiveWhatOneReaderGives) {
       {"entity", QByteArray(plist(head + tracksXml(0, 300) + "</dict>" + playlistsXml(300)))
                      .replace("<plist", "<!DOCTYPE plist [<!ENTITY cafe \"Caf\xc3\xa9\">]>\n<plist")
                      .replace("Caf\xc3\xa9 &amp; 2", "&cafe; 2")},
+      // Bytes that are no UTF-8, in the tracks and after the library.
+      {"bad byte", plist(head + tracksXml(0, 300) + "</dict>" + playlistsXml(300)).replace("<key>250</key>", "<key>250\xff</key>")},
+      {"bad byte after", plist(head + tracksXml(0, 300) + "</dict>" + playlistsXml(300)) + "\xb6\xb6\n"},
+      {"character across chunks", acrossChunks(plist(head + tracksXml(0, 1300) + "</dict>" + playlistsXml(1300)))},
   };
   for (const auto& [name, bytes] : files) {
     SCOPED_TRACE(name);
@@ -167,6 +180,18 @@ TEST_F(LibraryXmlTest, TwoReadersGiveWhatOneReaderGives) {
       EXPECT_EQ(two.playlists()[i].trackIDs, one.playlists()[i].trackIDs);
     }
   }
+  // A fault in the encoding is met where it stands: the tracks before it are kept and the error
+  // names its line, not the start of the piece of file the reader had in hand.
+  LibraryXml one;
+  const QByteArray& bad = files[8].second;
+  EXPECT_FALSE(one.read(write("library.xml", bad), true));
+  EXPECT_EQ(one.tracks().size(), 250);
+  EXPECT_TRUE(one.error().contains(QStringLiteral("line %1:").arg(bad.left(bad.indexOf('\xff')).count('\n') + 1)))
+      << qPrintable(one.error());
+  EXPECT_TRUE(one.read(write("library.xml", files[9].second), true)) << qPrintable(one.error());
+  ASSERT_TRUE(one.read(write("library.xml", files[10].second), true)) << qPrintable(one.error());
+  EXPECT_EQ(one.tracks().size(), 1300);
+
   LibraryXml library;
   library.setParallelFrom(0);
   ASSERT_TRUE(library.read(write("library.xml", files[0].second), true));
