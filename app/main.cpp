@@ -1,17 +1,12 @@
 #include "CliApplication.h"
 #include "GuiApplication.h"
+#include "HugePageHeap.h"
 
 #include <QApplication>
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QLoggingCategory>
-#include <cstdint>
 #include <memory>
-#if defined(__GLIBC__)
-#include <malloc.h>
-#include <sys/mman.h>
-#include <unistd.h>
-#endif
 
 namespace {
 
@@ -25,32 +20,10 @@ void quietAboutRuntimeDir(QtMsgType type, const QMessageLogContext& context, con
   previousHandler(type, context, message);
 }
 
-// A catalogue of 100,000 entries is a quarter of a gigabyte of small allocations: in 4 KB pages,
-// some 40,000 page faults and a fifth of the time to open it. So the heap is grown once, by half a
-// gigabyte of address space (no memory until touched), marked for huge pages, and never trimmed.
-void backHeapWithHugePages() {
-#if defined(__GLIBC__) && !defined(__SANITIZE_ADDRESS__)
-  constexpr std::uintptr_t hugePage = 2 << 20;
-  constexpr int reserve = 512 << 20;
-  mallopt(M_TRIM_THRESHOLD, reserve * 2);
-  mallopt(M_TOP_PAD, reserve);
-  // Large blocks (indexes, sort keys, the database's cache) come from the heap too, and the block
-  // below with them: this is the most the library takes.
-  mallopt(M_MMAP_THRESHOLD, 32 << 20);
-  void* block = malloc(16 << 20);
-  mallopt(M_TOP_PAD, 128 << 10);
-  if (!block) return;
-  const std::uintptr_t start = (reinterpret_cast<std::uintptr_t>(block) + hugePage - 1) & ~(hugePage - 1);
-  const std::uintptr_t end = reinterpret_cast<std::uintptr_t>(sbrk(0)) & ~(hugePage - 1);
-  if (end > start) madvise(reinterpret_cast<void*>(start), end - start, MADV_HUGEPAGE);
-  free(block);
-#endif
-}
-
 }  // namespace
 
 int main(int argc, char* argv[]) {
-  backHeapWithHugePages();
+  HugePageHeap::install();
   QStringList arguments;
   for (int i = 1; i < argc; ++i) arguments << QString::fromLocal8Bit(argv[i]);
   QCoreApplication::setApplicationName(QStringLiteral("discary"));

@@ -3,10 +3,11 @@
 // list's arranged entries are ready. Each prints one line: what, count, seconds.
 #include "CollectionsController.h"
 #include "Entry.h"
-#include "NoDesktop.h"
-#include "SilentWindowSystem.h"
+#include "HugePageHeap.h"
 #include "MyController.h"
+#include "NoDesktop.h"
 #include "Settings.h"
+#include "SilentWindowSystem.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -22,6 +23,7 @@ const char* genres[] = {"Jazz", "Rock", "Classical", "Folk", "Electronic", "Blue
 }  // namespace
 
 int main(int argc, char** argv) {
+  HugePageHeap::install();  // as the application does
   QCoreApplication app(argc, argv);
   const QStringList args = app.arguments();
   if (args.size() < 3) {

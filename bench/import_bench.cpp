@@ -3,6 +3,7 @@
 // imports one playlist of a library file (default the first). Prints: what, count, seconds.
 // peers.sh runs it as an extra row (see README.md).
 #include "Entry.h"
+#include "HugePageHeap.h"
 #include "LibraryXml.h"
 #include "LinuxPlatform.h"
 #include "MyController.h"
@@ -17,6 +18,7 @@
 #include <limits>
 
 int main(int argc, char** argv) {
+  HugePageHeap::install();  // as the application does
   QCoreApplication app(argc, argv);
   const QStringList args = app.arguments();
   if (args.size() < 4 || (args[1] != QLatin1String("folder") && args[1] != QLatin1String("xml"))) {

@@ -1,6 +1,7 @@
 // From launch to a usable window: opens the catalogue, builds the main window and waits until it
 // has been painted once, as `discary` does on start. Prints the milliseconds.
 // Usage: window_bench CATALOGUE
+#include "HugePageHeap.h"
 #include "LinuxPlatform.h"
 #include "MainWindow.h"
 #include "MyController.h"
@@ -13,6 +14,7 @@
 #include <cstdio>
 
 int main(int argc, char** argv) {
+  HugePageHeap::install();  // as the application does
   QElapsedTimer timer;
   timer.start();
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
