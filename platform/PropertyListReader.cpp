@@ -93,7 +93,19 @@ std::optional<QVariant> PropertyListReader::read(const QByteArray& bytes) {
   if (bytes.isEmpty() || bytes.size() > maximumFileBytes) return std::nullopt;
   plist_t root = nullptr;
   if (bytes.startsWith("bplist00")) {
-    plist_from_bin(bytes.constData(), uint32_t(bytes.size()), &root);
+    // The binary reader makes a dictionary key of UTF-16 text holding U+0000 with the NUL inside,
+    // and the key getter asserts on that, aborting. Written as XML and read back, the key ends
+    // at the NUL instead.
+    plist_t binary = nullptr;
+    plist_from_bin(bytes.constData(), uint32_t(bytes.size()), &binary);
+    if (!binary) return std::nullopt;
+    char* xml = nullptr;
+    uint32_t length = 0;
+    plist_to_xml(binary, &xml, &length);
+    plist_free(binary);
+    if (!xml) return std::nullopt;
+    plist_from_xml(xml, length, &root);
+    plist_to_xml_free(xml);
   } else {
     plist_from_xml(bytes.constData(), uint32_t(bytes.size()), &root);
   }

@@ -145,4 +145,10 @@ TEST(PropertyListReader, readsNothingFromBrokenOrForeignFiles) {
   const auto nul = PropertyListReader::read(QByteArray(withNul, sizeof withNul - 1));
   ASSERT_TRUE(nul);
   EXPECT_EQ(nul->toMap().value(QStringLiteral("a")).toString(), QStringLiteral("b"));
+  // A binary list whose one key is the UTF-16 text "a", U+0000, "b", its value true.
+  const char binaryKey[] = "bplist00\xd1\x01\x02\x63\x00\x61\x00\x00\x00\x62\x09\x08\x0b\x12"
+                           "\0\0\0\0\0\0\x01\x01\0\0\0\0\0\0\0\x03\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\x13";
+  const auto key = PropertyListReader::read(QByteArray(binaryKey, sizeof binaryKey - 1));
+  ASSERT_TRUE(key);
+  EXPECT_EQ(key->toMap(), (QVariantMap{{QStringLiteral("a"), true}}));
 }
