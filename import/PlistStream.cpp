@@ -84,7 +84,6 @@ bool PlistStream::feed() {
           return false;
         }
         limit_ = -1;
-        limitMissed_ = true;
       } else {
         wanted = qMin(wanted, limit_ - fed_);
       }

@@ -28,8 +28,6 @@ class PlistStream {
   bool paused() const { return paused_; }
   // After a pause: drops the limit and reads on.
   void resume();
-  // True once the limit was dropped because reading was not pausable when it got there.
-  bool limitMissed() const { return limitMissed_; }
   // From this byte on, notes any comment, processing instruction, CDATA section or declaration fed.
   void watchForSpecialMarkupFrom(qint64 offset) { watchFrom_ = offset; }
   bool sawSpecialMarkup() const { return sawSpecialMarkup_; }
@@ -72,7 +70,7 @@ class PlistStream {
   QByteArray pending_;  // read from the device, not yet given to the reader
   int utf8_ = -1;       // whether the document is UTF-8; -1 until its first bytes are seen
   qint64 fed_ = 0, limit_ = -1;  // fed_ counts the bytes read from the device
-  bool pausable_ = false, paused_ = false, limitMissed_ = false;
+  bool pausable_ = false, paused_ = false;
   qint64 watchFrom_ = -1;
   bool sawSpecialMarkup_ = false;
   char lastFedByte_ = 0;
