@@ -65,12 +65,13 @@ bool CliApplication::paints(const QStringList& arguments) {
 
 int CliApplication::run(const QStringList& arguments) {
   QString message;
-  const auto options = CliOptions::parse(arguments, &message);
+  auto options = CliOptions::parse(arguments, &message);
   if (!options) return CliContext::usage(message);
   if (options->version) {
     CliContext::print(QStringLiteral("discary %1\n").arg(QStringLiteral(DISCARY_VERSION)));
     return 0;
   }
+  if (options->words.value(0) == QLatin1String("--help")) options->words[0] = QStringLiteral("help");
   const QString name = options->words.value(0);
   if (!name.isEmpty() && !commands().contains(name)) {
     if (name.startsWith(QLatin1String("--"))) return CliContext::usage(QStringLiteral("unknown option %1").arg(name));
@@ -82,6 +83,7 @@ int CliApplication::run(const QStringList& arguments) {
   LinuxPlatform platform;
   MyController controller(settings, windowSystem, platform);
   controller.applicationWillFinishLaunching();
+  controller.setServerOverride(options->server);
   const CliContext context{*options, controller, windowSystem};
 
   if (name.isEmpty()) {
@@ -96,6 +98,8 @@ int CliApplication::run(const QStringList& arguments) {
                           .arg(store.collections().size()));
     return 0;
   }
+  // Asking a command for its usage must not run it, nor need its catalogue.
+  if (options->words.mid(1).contains(QStringLiteral("--help"))) return Commands::help(context, {name});
   const CommandInfo& command = commands()[name];
   if (command.needsCatalogue && !context.openCatalogue()) return 1;
   return command.run(context, options->words.mid(1));

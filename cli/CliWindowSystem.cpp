@@ -22,10 +22,11 @@ int CliWindowSystem::ask(const QString& prompt, int count) const {
 }
 
 int CliWindowSystem::runAlert(const QString& title, const QString& message, const QStringList& buttons) {
-  if (buttons.isEmpty()) return 0;
-  if (button_ > 0) return qMin(button_, int(buttons.size())) - 1;
+  // Said even when the answer is given in advance: the alert is often the only word of what went wrong.
   std::fprintf(stderr, "%s\n", qPrintable(title));
   if (!message.isEmpty()) std::fprintf(stderr, "%s\n", qPrintable(message));
+  if (buttons.isEmpty()) return 0;
+  if (button_ > 0) return qMin(button_, int(buttons.size())) - 1;
   // A lone button only acknowledges: nothing to ask.
   if (!interactive_ || buttons.size() == 1) return 0;
   QStringList choices;

@@ -21,11 +21,6 @@ std::optional<Freedb::TocSource> tocSource(const CommandArguments& args, QString
   return source;
 }
 
-Freedb& lookup(const CliContext& context) {
-  context.controller.setServerOverride(context.options.server);
-  return context.controller.freedb();
-}
-
 void writeMatches(const QStringList& titles, const QStringList& keys, const QVariantMap* result) {
   JsonWriter json(stdout);
   json.beginObject();
@@ -76,7 +71,7 @@ int discid(const CliContext& context, const QStringList& words) {
   if (!args->positional.isEmpty()) return CliContext::usage(QStringLiteral("unexpected argument '%1'").arg(args->positional.first()));
   const auto source = tocSource(*args, &message);
   if (!source) return CliContext::usage(message);
-  Freedb& site = lookup(context);
+  Freedb& site = context.controller.freedb();
   site.setTocSource(*source);
   const auto toc = site.tableOfContents();
   if (!toc) return CliContext::failure(QStringLiteral("no audio CD with a readable table of contents was found"));
@@ -115,7 +110,7 @@ int lookupDisc(const CliContext& context, const QStringList& words) {
     pick = args->value("--pick").toInt(&ok);
     if (!ok || pick < 1) return CliContext::usage(QStringLiteral("--pick takes a result number from 1"));
   }
-  Freedb& site = lookup(context);
+  Freedb& site = context.controller.freedb();
   site.setTocSource(*source);
   const auto titles = site.getDiscID();
   if (!titles) return 1;
@@ -134,7 +129,7 @@ int lookupDisc(const CliContext& context, const QStringList& words) {
 
 int cddb(const CliContext& context, const QStringList& words) {
   const QString action = words.value(0);
-  Freedb& site = lookup(context);
+  Freedb& site = context.controller.freedb();
   if (action == QLatin1String("read") && words.size() == 3) {
     const QVariantMap result = site.readKey(words.at(1) + QLatin1Char('+') + words.at(2));
     if (context.options.json) {
@@ -170,7 +165,7 @@ int websearch(const CliContext& context, const QStringList& words) {
   if (search.isEmpty() || !args->positional.isEmpty()) {
     return CliContext::usage(QStringLiteral("usage: websearch (--keyword W | --artist A --title T | --discid ID)"));
   }
-  Freedb& site = lookup(context);
+  Freedb& site = context.controller.freedb();
   site.searchFor(search, {});
   if (context.options.json) {
     writeMatches(site.resultsTitles(), site.queryResults(), nullptr);
@@ -188,7 +183,7 @@ int scan(const CliContext& context, const QStringList& words) {
   const auto source = tocSource(*args, &message);
   if (!source) return CliContext::usage(message);
   MyController& controller = context.controller;
-  lookup(context).setTocSource(*source);
+  context.controller.freedb().setTocSource(*source);
   Store& store = controller.managedObjectContext();
   const std::set<Entry*> before(store.entries().begin(), store.entries().end());
   controller.scanDisc();

@@ -113,7 +113,7 @@ int fields(const CliContext& context, const QStringList& words) {
 int searchTypes(const CliContext& context, const QStringList& args) {
   if (!args.isEmpty()) return CliContext::usage(QStringLiteral("unexpected argument '%1'").arg(args.first()));
   QList<int> types;
-  for (int t = 1; t <= 12; ++t) types << t;
+  for (int t = 0; t <= 12; ++t) types << t;
   types << 40 << 41 << 42 << 43 << 100;
   MyController& controller = context.controller;
   if (context.options.json) {

@@ -166,11 +166,9 @@ void MyController::processNewLink(Link& link) { NewLinkProcessor(*this).process(
 
 bool MyController::handleIncomingString(const QString& text) {
   if (MyControllerShared::handleIncomingString(text)) return true;
-  // The web search lives on the CDDB host (without its port).
-  const QString server = preferencesStandard().stringForKey(SettingsKeys::cddbServer);
-  const QString webHost = (server.isEmpty() ? SettingsKeys::defaultCddbServer : server).section(QLatin1Char(':'), 0, 0);
+  // The web search lives on the CDDB host; a port belongs to it as the URL writes it.
   QString site;
-  if (text.contains(QLatin1Char('/') + webHost + QStringLiteral("/freedb_search_fmt.php?cat="))) site = QStringLiteral("Freedb");
+  if (text.contains(QLatin1Char('/') + cddbServer() + QStringLiteral("/freedb_search_fmt.php?cat="))) site = QStringLiteral("Freedb");
   if (text.contains(classicalStoreDomain + QStringLiteral("/classical/products"))) site = QStringLiteral("Presto");
   if (site.isEmpty()) {
     if (text.contains(QLatin1String("://"))) return false;

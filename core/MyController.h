@@ -33,6 +33,8 @@ class MyController : public MyControllerShared {
   Freedb& freedb();
   // A CDDB host for this run instead of the setting ("host[:port]"); empty for the setting.
   void setServerOverride(const QString& server) { serverOverride_ = server; }
+  // The CDDB and web-search host ("host[:port]") this run talks to: the override, the setting or the default.
+  QString cddbServer() const;
   // The whole disc insertion: the player's details or the online lookup, then no match, one
   // match or several.
   void scanDisc();

@@ -42,6 +42,12 @@ QString playerScript(const QString& player) {
 
 }  // namespace
 
+QString MyController::cddbServer() const {
+  if (!serverOverride_.isEmpty()) return serverOverride_;
+  const QString server = preferencesStandard().stringForKey(SettingsKeys::cddbServer);
+  return server.isEmpty() ? SettingsKeys::defaultCddbServer : server;
+}
+
 Freedb& MyController::freedb() {
   auto* site = dynamic_cast<Freedb*>(pluginManager().pluginForName(Freedb::name));
   if (!site) {
@@ -51,8 +57,7 @@ Freedb& MyController::freedb() {
   }
   const Settings& settings = preferencesStandard();
   Freedb::Options options;
-  options.server = serverOverride_.isEmpty() ? settings.stringForKey(SettingsKeys::cddbServer) : serverOverride_;
-  if (options.server.isEmpty()) options.server = SettingsKeys::defaultCddbServer;
+  options.server = cddbServer();
   options.helloUser = settings.stringForKey(SettingsKeys::cddbHelloUser);
   options.helloHost = settings.stringForKey(SettingsKeys::cddbHelloHost);
   const double timeout = settings.floatForKey(SettingsKeys::cddbTimeout);

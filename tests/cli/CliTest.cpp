@@ -110,6 +110,12 @@ TEST_F(CliTest, OpenHandsStringsToTheSearchPanelOrTheCatalogue) {
   EXPECT_EQ(open(result).json().toObject()["site"].toString(), "Freedb");
   EXPECT_EQ(open(result + "&next=https://www.prestomusic.com/classical/products/1").json().toObject()["site"].toString(),
             "Presto");
+  // The result pages of the run's own server, with its port as the URL writes it.
+  const QString local = "http://127.0.0.1:8631/freedb_search_fmt.php?cat=rock&id=9a0bed0d";
+  EXPECT_EQ(discary({"--json", "--server", "127.0.0.1:8631", "open", local}).json().toObject()["site"].toString(), "Freedb");
+  EXPECT_EQ(open(local).status, 1);  // without it, an address elsewhere
+  ASSERT_EQ(discary({"settings", "set", "CDDB Server", "127.0.0.1:8631"}).status, 0);
+  EXPECT_EQ(open(local).json().toObject()["site"].toString(), "Freedb");
   Outcome elsewhere = open("https://example.org/page");
   EXPECT_EQ(elsewhere.status, 1);
   EXPECT_EQ(elsewhere.json().toObject(), (QJsonObject{{"handled", false}}));
@@ -152,9 +158,34 @@ TEST_F(CliTest, SettingsFieldsAndSearchTypesAnswerInJson) {
   EXPECT_EQ(discary({"--json", "fields", "--personal"}).json().toArray().size(), 39);
 
   const QJsonArray types = discary({"--json", "search-types"}).json().toArray();
-  ASSERT_EQ(types.size(), 17);
-  EXPECT_EQ(types[9].toObject()["label"].toString(), "Search Genres");
-  EXPECT_FALSE(types[16].toObject().contains("identifier"));  // 100: no field clicked on the command line
+  ASSERT_EQ(types.size(), 18);
+  EXPECT_EQ(types[0].toObject(), (QJsonObject{{"type", 0}, {"label", "Search"}, {"identifier", "title"}}));
+  EXPECT_EQ(types[10].toObject()["label"].toString(), "Search Genres");
+  EXPECT_FALSE(types[17].toObject().contains("identifier"));  // 100: no field clicked on the command line
+}
+
+TEST_F(CliTest, EveryCommandAnswersHelpWithoutRunning) {
+  for (const QString& command : {"add", "list", "import", "search-types", "help"}) {
+    Outcome r = discary({command, "--help"});
+    EXPECT_EQ(r.status, 0) << qPrintable(command);
+    EXPECT_TRUE(r.out.contains(("`discary " + command).toUtf8())) << r.out.constData();
+    EXPECT_TRUE(r.err.isEmpty()) << r.err.constData();
+  }
+  EXPECT_EQ(discary({"add", "title=Blue", "--help"}).status, 0);
+  EXPECT_EQ(discary({"--json", "list"}).json().toArray().size(), 0);  // nothing was added
+  Outcome whole = discary({"--help"});
+  EXPECT_EQ(whole.status, 0);
+  EXPECT_TRUE(whole.out.contains("### search-types"));
+}
+
+TEST_F(CliTest, AnAlertAnsweredInAdvanceIsStillSaid) {
+  QFile odd(dir.filePath("odd.xml"));
+  ASSERT_TRUE(odd.open(QIODevice::WriteOnly));
+  odd.write("<?xml version=\"1.0\"?>\n<odd><thing/></odd>\n");
+  odd.close();
+  Outcome r = discary({"--button", "1", "import", odd.fileName()});
+  EXPECT_EQ(r.status, 1);
+  EXPECT_TRUE(r.err.contains("File format not recognized.")) << r.err.constData();
 }
 
 TEST_F(CliTest, CatalogueThatIsNotACatalogueIsRefused) {
