@@ -9,6 +9,7 @@
 #include "PropertyList.h"
 #include "TabCommaImporter.h"
 #include "TextFile.h"
+#include "TextHelpers.h"
 #include "WindowSystem.h"
 
 #include <QDir>
@@ -18,22 +19,35 @@
 
 namespace {
 
-const QStringList openPanelTypes = {"TEXT", "discary", MyController::cardExtension(), "folioextras", "folioextras_c",
-                                    "folio_md_c", "txt", "csv", "tab", "xml", "plist", "deliciouslibrary2", "m4p",
-                                    "mp3", "m4a", "flac", "aif", "aiff"};
+// The usual types in their usual order, then the other audio files an import takes.
+QStringList openPanelTypes() {
+  QStringList types = {"TEXT", "discary", MyController::cardExtension(), "folioextras", "folioextras_c", "folio_md_c",
+                       "txt", "csv", "tab", "xml", "plist", "deliciouslibrary2", "m4p", "mp3", "m4a", "flac", "aif", "aiff"};
+  for (const QString& extension : Link::musicFileExtensions())
+    if (!types.contains(extension)) types << extension;
+  return types;
+}
 
 bool within(const QString& text, const QString& marker, qsizetype first) {
   return text.size() > first && QStringView(text).left(first).contains(marker);
 }
 
+ImportRun newImportRun(MyController& c) {
+  ImportRun run(c.managedObjectContext(), c.windowSystem());
+  run.progressTitle = ImportRun::addingEntriesTitle(c.frameworkBundle());
+  return run;
+}
+
 }  // namespace
 
 void MyController::importCollection() {
-  const QStringList paths = windowSystem().runOpenPanel(localized(QStringLiteral("Import")), openPanelTypes, true);
+  const QStringList paths = windowSystem().runOpenPanel(localized(QStringLiteral("Import")), openPanelTypes(), true);
   for (const QString& path : paths) openFile(path);
 }
 
-bool MyController::openFile(const QString& path) {
+bool MyController::openFile(const QString& given) {
+  // One spelling per file from here on, so that links open and duplicates are found.
+  const QString path = TextHelpers::absoluteCleanPath(given);
   const QFileInfo info(path);
   const QString extension = info.suffix();
   const bool folder = info.isDir();
@@ -51,8 +65,7 @@ bool MyController::openFile(const QString& path) {
     return findEntry(list->toMap());
   }
   if (is(QStringLiteral("discary"))) {
-    ImportRun run(managedObjectContext(), windowSystem());
-    run.progressTitle = localized(QStringLiteral("AddingEntries"), QStringLiteral("Adding entries..."));
+    ImportRun run = newImportRun(*this);
     QString error;
     const bool read = NativeImporter::import(run, path, &error);
     return finishImport(run, info.completeBaseName(), read, error);
@@ -71,8 +84,7 @@ bool MyController::openFile(const QString& path) {
                               QStringLiteral("%1 is not a text file and cannot be imported.").arg(info.fileName()), {"OK"});
       return false;
     }
-    ImportRun run(managedObjectContext(), windowSystem());
-    run.progressTitle = localized(QStringLiteral("AddingEntries"), QStringLiteral("Adding entries..."));
+    ImportRun run = newImportRun(*this);
     QString error;
     const bool read = TabCommaImporter::import(run, *text, &error);
     return finishImport(run, info.completeBaseName(), read, error);
@@ -159,8 +171,7 @@ bool MyController::notSupported(const QString& kind) {
 }
 
 bool MyController::openCardAtPath(const QString& path) {
-  ImportRun run(managedObjectContext(), windowSystem());
-  run.progressTitle = localized(QStringLiteral("AddingEntries"), QStringLiteral("Adding entries..."));
+  ImportRun run = newImportRun(*this);
   QString error;
   if (!NativeImporter::import(run, path, &error) || run.entries().empty()) {
     windowSystem().runAlert(localized(QStringLiteral("Confirmation")),
@@ -168,7 +179,7 @@ bool MyController::openCardAtPath(const QString& path) {
                             {QStringLiteral("OK")});
     return false;
   }
-  saveManagedObjectContext();
+  if (!saveManagedObjectContext()) return false;
   collections().selectCollection(nullptr);
   search(QString(), 1);
   selectEntry(run.entries().front());
