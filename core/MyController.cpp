@@ -227,8 +227,7 @@ bool MyController::importItunesFromTracks(const QVariantList& tracks) {
   const bool opened = openImportRun();
   importedEntries_ = LibraryImport::importTracks(*this, importRun(), tracks);
   if (opened) closeImportRun();
-  saveManagedObjectContext();
-  return !importedEntries_.empty();
+  return saveManagedObjectContext() && !importedEntries_.empty();
 }
 
 QString MyController::libraryXmlPath() const {

@@ -102,16 +102,17 @@ bool MyController::sniffXmlFile(const QString& path) {
   }
   const QString& text = *read;
   QString collectionName = info.completeBaseName();
-  ImportRun run(managedObjectContext(), windowSystem());
-  run.progressTitle = localized(QStringLiteral("AddingEntries"), QStringLiteral("Adding entries..."));
+  ImportRun run = newImportRun(*this);
 
   if (within(text, QStringLiteral("<key>Music Folder</key>"), 500)) {
     QString error;
     const auto list = PropertyList::readFile(path, &error, TextFile::maximumBytes);
     QVariantList tracks;
     if (list) tracks = list->toMap().value(QStringLiteral("Tracks")).toMap().values();
-    if (!tracks.isEmpty()) return importItunesFromTracks(tracks);
-    return finishImport(run, collectionName, false, error);
+    if (tracks.isEmpty()) return finishImport(run, collectionName, false, error);
+    // The library import shows its own sheet; its entries are gathered like any other import's.
+    importItunesFromTracks(tracks);
+    return collectAndSave(collectionName, importedEntries_);
   }
   QString error;
   bool recognised = false;
@@ -144,11 +145,7 @@ bool MyController::finishImport(ImportRun& run, const QString& collectionName, b
                 {QStringLiteral("OK")});
     return false;
   }
-  if (!run.entries().empty()) {
-    Collection* collection = collections().createCollectionNamed(collectionName, run.entries());
-    collections().selectCollection(collection);
-  }
-  saveManagedObjectContext();
+  if (!collectAndSave(collectionName, run.entries())) return false;
   if (!run.warnings().isEmpty()) {
     for (const QString& w : run.warnings()) qWarning("%s", qPrintable(w));
     QStringList shown = run.warnings().mid(0, 10);
@@ -159,6 +156,12 @@ bool MyController::finishImport(ImportRun& run, const QString& collectionName, b
   if (run.cancelled())
     ws.displayNotice(QStringLiteral("Import stopped; %1 entries were kept.").arg(run.entries().size()), 3);
   return true;
+}
+
+bool MyController::collectAndSave(const QString& collectionName, const std::vector<Entry*>& entries) {
+  // A file read in full that held nothing new is a success without a collection.
+  if (!entries.empty()) collections().selectCollection(collections().createCollectionNamed(collectionName, entries));
+  return saveManagedObjectContext();
 }
 
 bool MyController::notSupported(const QString& kind) {

@@ -31,9 +31,21 @@ TEST_F(DispatcherTest, SniffsXmlInTheTableOrderAndFallsThrough) {
   const QByteArray marker = "<plist version=\"1.0\"><dict><key>Music Folder</key><string>x</string>";
   EXPECT_FALSE(open("short.xml", marker + "</dict></plist>"));
   EXPECT_EQ(windowSystem.alertMessages.value(0), notRecognized);
-  QByteArray library = marker + "<key>Tracks</key><dict><key>1</key><dict><key>Name</key><string>t</string></dict></dict>";
-  library += QByteArray(600, ' ') + "</dict></plist>";
-  EXPECT_TRUE(open("Library.plist", library));  // its one track becomes an entry
+  auto library = [&](const QByteArray& track) {
+    return marker + "<key>Tracks</key><dict><key>1</key><dict>" + track + "</dict></dict>" + QByteArray(600, ' ') +
+           "</dict></plist>";
+  };
+  // Its one track becomes an entry in a collection named after the file, saved.
+  EXPECT_TRUE(open("Library.plist", library("<key>Name</key><string>t</string>")));
+  const Collection* named = controller->collections().collectionWithName("Library", true);
+  ASSERT_NE(named, nullptr);
+  EXPECT_EQ(controller->collections().entriesIn(named).size(), 1u);
+  EXPECT_EQ(controller->collections().selectedCollection(), named);
+  EXPECT_FALSE(controller->managedObjectContext().hasChanges());
+  // A library read in full that holds only a movie is a success that makes no collection.
+  EXPECT_TRUE(open("Movies.xml", library("<key>Name</key><string>m</string><key>Movie</key><true/>")));
+  EXPECT_EQ(controller->collections().collectionWithName("Movies", true), nullptr);
+  EXPECT_TRUE(windowSystem.alerts.isEmpty());
   // The marker found with no tracks ends the sniffing with the alert, though a release follows.
   EXPECT_FALSE(open("Empty.xml", marker + "<key>Tracks</key><dict/>" + QByteArray(600, ' ') + "</dict></plist>" +
                                      "<!-- <releases num=\"1\"><release id=\"1\"> -->"));
