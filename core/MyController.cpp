@@ -16,6 +16,7 @@
 #include "PrintLayouts.h"
 #include "Settings.h"
 #include "SettingsKeys.h"
+#include "TextHelpers.h"
 #include "TrackMarkup.h"
 #include "WindowSystem.h"
 
@@ -205,15 +206,17 @@ Entry* MyController::entryForiTunesTrack(const QVariantMap& track, bool* wasExis
   return LibraryTrackMapping::entryForTrack(*this, importRun(), track, wasExisting);
 }
 
-bool MyController::importAudioFile(const QString& path) {
+bool MyController::importAudioFile(const QString& given) {
+  const QString path = TextHelpers::absoluteCleanPath(given);
   if (AudioFileImport::isSkippedDuplicate(*this, path)) return false;
   AudioFileImport::importTags(*this, importRun(), path, MyAudioMetadata::getMetadataForPath(path, platform().tagReader()));
-  return true;
+  return saveManagedObjectContext();
 }
 
 bool MyController::openDirectory(const QString& path) {
   const bool opened = openImportRun();
-  const int imported = AudioFileImport::importFiles(*this, importRun(), AudioFileImport::audioFilesIn(path));
+  const int imported =
+      AudioFileImport::importFiles(*this, importRun(), AudioFileImport::audioFilesIn(TextHelpers::absoluteCleanPath(path)));
   if (opened) closeImportRun();
   return imported > 0;
 }
@@ -222,8 +225,7 @@ bool MyController::importItunesFromTracks(const QVariantList& tracks) {
   const bool opened = openImportRun();
   importedEntries_ = LibraryImport::importTracks(*this, importRun(), tracks);
   if (opened) closeImportRun();
-  saveManagedObjectContext();
-  return !importedEntries_.empty();
+  return saveManagedObjectContext() && !importedEntries_.empty();
 }
 
 QString MyController::libraryXmlPath() const {

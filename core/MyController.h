@@ -118,6 +118,8 @@ class MyController : public MyControllerShared {
   bool sniffXmlFile(const QString& path);
   // Collection, save and report at the end of an import; false when nothing was recognised.
   bool finishImport(ImportRun& run, const QString& collectionName, bool recognised, const QString& failure);
+  // A collection of that name for the entries, if any, selected; then the save. False when the save failed.
+  bool collectAndSave(const QString& collectionName, const std::vector<Entry*>& entries);
   bool notSupported(const QString& kind);
 
   std::vector<Entry*> importedEntries_;

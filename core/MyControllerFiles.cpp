@@ -9,6 +9,7 @@
 #include "PropertyList.h"
 #include "TabCommaImporter.h"
 #include "TextFile.h"
+#include "TextHelpers.h"
 #include "WindowSystem.h"
 
 #include <QDir>
@@ -18,22 +19,35 @@
 
 namespace {
 
-const QStringList openPanelTypes = {"TEXT", "discary", MyController::cardExtension(), "folioextras", "folioextras_c",
-                                    "folio_md_c", "txt", "csv", "tab", "xml", "plist", "deliciouslibrary2", "m4p",
-                                    "mp3", "m4a", "flac", "aif", "aiff"};
+// The usual types in their usual order, then the other audio files an import takes.
+QStringList openPanelTypes() {
+  QStringList types = {"TEXT", "discary", MyController::cardExtension(), "folioextras", "folioextras_c", "folio_md_c",
+                       "txt", "csv", "tab", "xml", "plist", "deliciouslibrary2", "m4p", "mp3", "m4a", "flac", "aif", "aiff"};
+  for (const QString& extension : Link::musicFileExtensions())
+    if (!types.contains(extension)) types << extension;
+  return types;
+}
 
 bool within(const QString& text, const QString& marker, qsizetype first) {
   return text.size() > first && QStringView(text).left(first).contains(marker);
 }
 
+ImportRun newImportRun(MyController& c) {
+  ImportRun run(c.managedObjectContext(), c.windowSystem());
+  run.progressTitle = ImportRun::addingEntriesTitle(c.frameworkBundle());
+  return run;
+}
+
 }  // namespace
 
 void MyController::importCollection() {
-  const QStringList paths = windowSystem().runOpenPanel(localized(QStringLiteral("Import")), openPanelTypes, true);
+  const QStringList paths = windowSystem().runOpenPanel(localized(QStringLiteral("Import")), openPanelTypes(), true);
   for (const QString& path : paths) openFile(path);
 }
 
-bool MyController::openFile(const QString& path) {
+bool MyController::openFile(const QString& given) {
+  // One spelling per file from here on, so that links open and duplicates are found.
+  const QString path = TextHelpers::absoluteCleanPath(given);
   const QFileInfo info(path);
   const QString extension = info.suffix();
   const bool folder = info.isDir();
@@ -51,8 +65,7 @@ bool MyController::openFile(const QString& path) {
     return findEntry(list->toMap());
   }
   if (is(QStringLiteral("discary"))) {
-    ImportRun run(managedObjectContext(), windowSystem());
-    run.progressTitle = localized(QStringLiteral("AddingEntries"), QStringLiteral("Adding entries..."));
+    ImportRun run = newImportRun(*this);
     QString error;
     const bool read = NativeImporter::import(run, path, &error);
     return finishImport(run, info.completeBaseName(), read, error);
@@ -71,8 +84,7 @@ bool MyController::openFile(const QString& path) {
                               QStringLiteral("%1 is not a text file and cannot be imported.").arg(info.fileName()), {"OK"});
       return false;
     }
-    ImportRun run(managedObjectContext(), windowSystem());
-    run.progressTitle = localized(QStringLiteral("AddingEntries"), QStringLiteral("Adding entries..."));
+    ImportRun run = newImportRun(*this);
     QString error;
     const bool read = TabCommaImporter::import(run, *text, &error);
     return finishImport(run, info.completeBaseName(), read, error);
@@ -90,16 +102,17 @@ bool MyController::sniffXmlFile(const QString& path) {
   }
   const QString& text = *read;
   QString collectionName = info.completeBaseName();
-  ImportRun run(managedObjectContext(), windowSystem());
-  run.progressTitle = localized(QStringLiteral("AddingEntries"), QStringLiteral("Adding entries..."));
+  ImportRun run = newImportRun(*this);
 
   if (within(text, QStringLiteral("<key>Music Folder</key>"), 500)) {
     QString error;
     const auto list = PropertyList::readFile(path, &error, TextFile::maximumBytes);
     QVariantList tracks;
     if (list) tracks = list->toMap().value(QStringLiteral("Tracks")).toMap().values();
-    if (!tracks.isEmpty()) return importItunesFromTracks(tracks);
-    return finishImport(run, collectionName, false, error);
+    if (tracks.isEmpty()) return finishImport(run, collectionName, false, error);
+    // The library import shows its own sheet; its entries are gathered like any other import's.
+    importItunesFromTracks(tracks);
+    return collectAndSave(collectionName, importedEntries_);
   }
   QString error;
   bool recognised = false;
@@ -132,11 +145,7 @@ bool MyController::finishImport(ImportRun& run, const QString& collectionName, b
                 {QStringLiteral("OK")});
     return false;
   }
-  if (!run.entries().empty()) {
-    Collection* collection = collections().createCollectionNamed(collectionName, run.entries());
-    collections().selectCollection(collection);
-  }
-  saveManagedObjectContext();
+  if (!collectAndSave(collectionName, run.entries())) return false;
   if (!run.warnings().isEmpty()) {
     for (const QString& w : run.warnings()) qWarning("%s", qPrintable(w));
     QStringList shown = run.warnings().mid(0, 10);
@@ -149,6 +158,12 @@ bool MyController::finishImport(ImportRun& run, const QString& collectionName, b
   return true;
 }
 
+bool MyController::collectAndSave(const QString& collectionName, const std::vector<Entry*>& entries) {
+  // A file read in full that held nothing new is a success without a collection.
+  if (!entries.empty()) collections().selectCollection(collections().createCollectionNamed(collectionName, entries));
+  return saveManagedObjectContext();
+}
+
 bool MyController::notSupported(const QString& kind) {
   windowSystem().runAlert(localized(QStringLiteral("Confirmation")),
                           QStringLiteral("This file is %1, which this version cannot import. Export it from there "
@@ -159,8 +174,7 @@ bool MyController::notSupported(const QString& kind) {
 }
 
 bool MyController::openCardAtPath(const QString& path) {
-  ImportRun run(managedObjectContext(), windowSystem());
-  run.progressTitle = localized(QStringLiteral("AddingEntries"), QStringLiteral("Adding entries..."));
+  ImportRun run = newImportRun(*this);
   QString error;
   if (!NativeImporter::import(run, path, &error) || run.entries().empty()) {
     windowSystem().runAlert(localized(QStringLiteral("Confirmation")),
@@ -168,7 +182,7 @@ bool MyController::openCardAtPath(const QString& path) {
                             {QStringLiteral("OK")});
     return false;
   }
-  saveManagedObjectContext();
+  if (!saveManagedObjectContext()) return false;
   collections().selectCollection(nullptr);
   search(QString(), 1);
   selectEntry(run.entries().front());

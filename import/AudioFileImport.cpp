@@ -1,6 +1,8 @@
 #include "AudioFileImport.h"
 
 #include "Entry.h"
+#include "ImportRun.h"
+#include "Link.h"
 #include "LibraryTrackMapping.h"
 #include "MyAudioMetadata.h"
 #include "MyControllerShared.h"
@@ -9,7 +11,6 @@
 
 #include <QDirIterator>
 #include <QFileInfo>
-#include <QSet>
 #include <QThread>
 #include <atomic>
 #include <condition_variable>
@@ -117,13 +118,11 @@ Entry* AudioFileImport::importTags(MyControllerShared& c, const AlbumTable& run,
 }
 
 QStringList AudioFileImport::audioFilesIn(const QString& folder) {
-  static const QSet<QString> extensions = {"mp3", "m4a", "m4b", "m4p", "mp4", "aac", "flac", "ogg", "oga", "opus",
-                                           "aif", "aiff", "aifc", "wav", "wv", "ape", "mpc", "wma", "spx", "tta"};
   QStringList paths;
   QDirIterator it(folder, QDir::Files | QDir::Readable | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
   while (it.hasNext()) {
     const QString path = it.next();
-    if (extensions.contains(QFileInfo(path).suffix().toLower())) paths << path;
+    if (Link::isMusicFilePath(path)) paths << path;
   }
   std::sort(paths.begin(), paths.end());
   return paths;
@@ -131,8 +130,7 @@ QStringList AudioFileImport::audioFilesIn(const QString& folder) {
 
 int AudioFileImport::importFiles(MyControllerShared& c, const AlbumTable& run, const QStringList& paths, ImportBatch batch) {
   WindowSystem& ws = c.windowSystem();
-  ws.showProgressSheet(c.frameworkBundle().localizedString(QStringLiteral("Importing..."), QStringLiteral("Importing...")),
-                       QString(), int(paths.size()));
+  ws.showProgressSheet(ImportRun::addingEntriesTitle(c.frameworkBundle()), QString(), int(paths.size()));
   const int threads = std::clamp(QThread::idealThreadCount(), 1, 8);
   int imported = 0;
   Entry* last = nullptr;
@@ -158,8 +156,8 @@ int AudioFileImport::importFiles(MyControllerShared& c, const AlbumTable& run, c
       if (ws.progressCancelled()) break;
     }
   }
-  c.saveManagedObjectContext();
+  const bool saved = c.saveManagedObjectContext();
   ws.closeProgressSheet();
   if (last) show(c, c.collections().collectionWithName(importedAudioName(c), true), last);
-  return imported;
+  return saved ? imported : 0;
 }

@@ -24,7 +24,7 @@ class AudioFileImport {
   static QStringList audioFilesIn(const QString& folder);
   // Imports the files in order under the progress sheet, reading tags on every core ahead of the
   // store and saving after every batch. Stops after the current file when the user cancels.
-  // The number of files imported.
+  // The number of files imported, 0 when the catalogue could not be saved.
   static int importFiles(MyControllerShared& controller, const AlbumTable& run, const QStringList& paths,
                          ImportBatch batch = ImportBatch());
 };

@@ -1,6 +1,7 @@
 #include "ImportRun.h"
 
 #include "Store.h"
+#include "StringTable.h"
 #include "WindowSystem.h"
 
 void ImportRun::added(Entry* entry) {
@@ -12,3 +13,7 @@ void ImportRun::added(Entry* entry) {
 }
 
 bool ImportRun::cancelled() const { return windowSystem_.progressCancelled(); }
+
+QString ImportRun::addingEntriesTitle(const StringTable& strings) {
+  return strings.localizedString(QStringLiteral("AddingEntries"), QStringLiteral("Adding entries..."));
+}

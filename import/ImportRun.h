@@ -6,6 +6,7 @@
 
 class Entry;
 class Store;
+class StringTable;
 class WindowSystem;
 
 // The state of one import: the entries made so far, the problems met on the way, and a save
@@ -26,8 +27,9 @@ class ImportRun {
 
   const std::vector<Entry*>& entries() const { return entries_; }
   const QStringList& warnings() const { return warnings_; }
-  // The progress sheet's title, localized by the caller.
-  QString progressTitle = QStringLiteral("Adding entries...");
+  // The progress sheet's title of an import that adds entries: the localized "AddingEntries".
+  static QString addingEntriesTitle(const StringTable& strings);
+  QString progressTitle;
 
  private:
   Store& store_;

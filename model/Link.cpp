@@ -10,8 +10,12 @@ void Link::didChange(const QString&, bool notify) {
   if (entry_) entry_->relationshipDidChange(ModelKeys::linksSet, notify);
 }
 
+const QStringList& Link::musicFileExtensions() {
+  static const QStringList extensions = {"mp3", "m4a", "m4p", "m4b", "mp4", "aac", "flac", "ogg", "oga", "opus",
+                                         "aif", "aiff", "aifc", "wav", "wv", "ape", "mpc", "wma", "spx", "tta"};
+  return extensions;
+}
+
 bool Link::isMusicFilePath(const QString& path) {
-  static const QStringList extensions = {"mp3", "m4a", "m4p", "m4b", "aac", "flac", "ogg", "oga", "opus",
-                                         "wav", "aif", "aiff", "wma", "ape", "wv", "mpc"};
-  return extensions.contains(QFileInfo(path).suffix().toLower());
+  return musicFileExtensions().contains(QFileInfo(path).suffix(), Qt::CaseInsensitive);
 }

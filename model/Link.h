@@ -2,6 +2,8 @@
 
 #include "ManagedObject.h"
 
+#include <QStringList>
+
 class Entry;
 
 // One link of an entry: "name", "url", "type", "position".
@@ -9,7 +11,10 @@ class Link : public ManagedObject {
  public:
   Link() : ManagedObject(EntitySchema::link()) {}
   Entry* entry() const { return entry_; }
-  // Whether the path names an audio file, by its extension.
+  // The extensions, in lower case, of the audio files that imports take: the one list for a
+  // single file, a folder's walk and the import panel.
+  static const QStringList& musicFileExtensions();
+  // Whether the path names an audio file, by its extension in any case.
   static bool isMusicFilePath(const QString& path);
 
  protected:

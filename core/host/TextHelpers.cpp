@@ -2,6 +2,7 @@
 
 #include <chrono>
 
+#include <QDir>
 #include <QFileInfo>
 #include <QHash>
 #include <QLocale>
@@ -477,6 +478,10 @@ QString stringByResolvingAliasInPath(const QString& path) {
     }
     const QString canonical = QFileInfo(path).canonicalFilePath();
     return canonical.isEmpty() ? path : canonical;
+}
+
+QString absoluteCleanPath(const QString& path) {
+    return path.isEmpty() ? path : QDir::cleanPath(QFileInfo(path).absoluteFilePath());
 }
 
 namespace {

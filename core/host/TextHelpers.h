@@ -61,6 +61,10 @@ QString encodeForHTML(const QString& text);
 // the path itself when it, or a link's target, does not exist.
 QString stringByResolvingAliasInPath(const QString& path);
 
+// The path made absolute against the working folder, with "." and ".." steps, doubled and
+// trailing slashes removed; symbolic links are kept as written. Empty stays empty.
+QString absoluteCleanPath(const QString& path);
+
 // A date read from free text, in UTC, or nullopt. A bare four-digit year ("1999") gives 1 July
 // of that year at 12:00 UTC, so that shifting it by a couple of days never changes its year. Also
 // reads ISO dates and date-times ("1999-03-04", "1999-03-04T10:00:00Z"; an offset is converted to

@@ -1,3 +1,6 @@
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -21,8 +24,9 @@ struct Outcome {
 class CliTest : public ::testing::Test {
  protected:
   QTemporaryDir dir;
-  Outcome discary(QStringList args) {
+  Outcome discary(QStringList args, const QString& workingDirectory = {}) {
     QProcess p;
+    if (!workingDirectory.isEmpty()) p.setWorkingDirectory(workingDirectory);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("LC_ALL", "C");  // numbers as 1,234.50 whatever the machine's language
     p.setProcessEnvironment(environment);
@@ -274,6 +278,49 @@ TEST_F(CliTest, ExportAndImportRoundTripInEveryForm) {
   Outcome missing = discary({"--json", "import", dir.filePath("nothing.csv")});
   EXPECT_EQ(missing.status, 1);
   EXPECT_EQ(missing.json().toObject()["results"].toArray()[0].toObject()["ok"].toBool(), false);
+}
+
+QString copyAudio(const QString& name, const QString& target) {
+  QDir().mkpath(QFileInfo(target).path());
+  EXPECT_TRUE(QFile::copy(QStringLiteral(DISCARY_TEST_DATA "/audio/") + name, target));
+  return target;
+}
+
+TEST_F(CliTest, ImportOfSingleAudioFilesIsSavedWithItsCover) {
+  const QString m4a = copyAudio("music-metadata_issue-79.m4a", dir.filePath("in/01 Uprising.m4a"));
+  Outcome imported = discary({"--json", "import", m4a});
+  ASSERT_EQ(imported.status, 0) << imported.err.constData();
+  const QJsonArray uids = imported.json().toObject()["entries"].toArray();
+  ASSERT_EQ(uids.size(), 1);
+  const QJsonArray listed = discary({"--json", "list", "--collection", "Imported Audio"}).json().toArray();
+  ASSERT_EQ(listed.size(), 1);
+  const QJsonObject entry = listed[0].toObject();
+  EXPECT_EQ(entry["uid"], uids[0]);
+  EXPECT_EQ(entry["title"].toString(), "The Resistance");
+  EXPECT_EQ(entry["links"].toArray()[0].toObject()["url"].toString(), "file://" + m4a);
+  EXPECT_TRUE(QFile::exists(dir.filePath(QString("c/Covers/%1.jpg").arg(uids[0].toInteger()))));
+
+  // An MP4 is an audio file alone as much as inside a folder.
+  const QString mp4 = copyAudio("music-metadata_pr-544.m4a", dir.filePath("in/song.mp4"));
+  ASSERT_EQ(discary({"import", mp4}).status, 0);
+  EXPECT_EQ(discary({"--json", "list", "--collection", "Imported Audio"}).json().toArray().size(), 2);
+}
+
+TEST_F(CliTest, ImportTakesEachFileOnceHoweverItsPathIsSpelled) {
+  const QString root = QDir(dir.path()).canonicalPath();  // as the working folder reads
+  copyAudio("mutagen_silence-44-s.mp3", root + "/lib/Album/01.mp3");
+  copyAudio("mutagen_silence-44-s.mp3", root + "/lib/Album/02.mp3");
+  Outcome first = discary({"import", "lib/Album"}, root);
+  ASSERT_EQ(first.status, 0) << first.err.constData();
+  for (const QString& spelling : {root + "/lib/Album", QString("./lib/Album/"), QString("lib/Album/..//Album/./01.mp3")})
+    EXPECT_EQ(discary({"import", spelling}, root).status, 1) << qPrintable(spelling);  // skipped as duplicates
+
+  const QJsonArray listed = discary({"--json", "list"}).json().toArray();
+  ASSERT_EQ(listed.size(), 1);
+  QStringList urls;
+  for (const QJsonValue& link : listed[0].toObject()["links"].toArray()) urls << link.toObject()["url"].toString();
+  urls.sort();
+  EXPECT_EQ(urls, (QStringList{"file://" + root + "/lib/Album/01.mp3", "file://" + root + "/lib/Album/02.mp3"}));
 }
 
 }  // namespace

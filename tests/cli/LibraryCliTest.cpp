@@ -1,3 +1,4 @@
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -64,4 +65,19 @@ TEST_F(LibraryCliTest, LibraryPlaylistsAndImport) {
   EXPECT_EQ(discary({"library", "import", "--xml", xml, "--playlist-index", "9"}).status, 1);
   EXPECT_EQ(discary({"library", "playlists", "--xml", dir.filePath("none.xml")}).status, 1);
   EXPECT_EQ(discary({"library", "frobnicate"}).status, 2);
+}
+
+TEST_F(LibraryCliTest, ImportOfTheLibraryFileMakesACollectionNamedAfterIt) {
+  const QString xml = dir.filePath("My Library.xml");
+  ASSERT_TRUE(QFile::copy(data + "/library-xml/beets_itunes_library_unix.xml", xml));
+  const Outcome imported = discary({"--json", "import", xml});
+  ASSERT_EQ(imported.status, 0) << imported.err.constData();
+  const QJsonObject result = QJsonDocument::fromJson(imported.out).object();
+  EXPECT_EQ(result["collections"].toArray(), QJsonArray{"My Library"});
+  const Outcome listed = discary({"--json", "list", "--collection", "My Library"});
+  ASSERT_EQ(listed.status, 0) << listed.err.constData();
+  const QJsonArray entries = QJsonDocument::fromJson(listed.out).array();
+  ASSERT_EQ(entries.size(), 1);
+  EXPECT_EQ(entries[0]["title"].toString(), "An Awesome Wave");
+  EXPECT_EQ(entries[0]["uid"], result["entries"].toArray()[0]);
 }

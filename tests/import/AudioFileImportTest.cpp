@@ -1,6 +1,7 @@
 #include "AudioFileImport.h"
 #include "CollectionsController.h"
 #include "ImportFixture.h"
+#include "StringTable.h"
 
 #include <QDir>
 #include <QFile>
@@ -23,6 +24,7 @@ class AudioFileImportTest : public ImportFixture {
 TEST_F(AudioFileImportTest, OneFileBecomesAnEntryWithAnAudioLink) {
   const QString path = copy("music-metadata_issue-79.m4a", "Mü sic/01 Uprising.m4a");
   ASSERT_TRUE(controller->importAudioFile(path));
+  EXPECT_FALSE(controller->managedObjectContext().hasChanges());
   ASSERT_EQ(controller->managedObjectContext().entries().size(), 1u);
   Entry* entry = controller->managedObjectContext().entries().front();
   EXPECT_EQ(entry->stringValue("title"), "The Resistance");
@@ -37,7 +39,8 @@ TEST_F(AudioFileImportTest, OneFileBecomesAnEntryWithAnAudioLink) {
   EXPECT_TRUE(controller->collections().contains(imported(), *entry));
   EXPECT_EQ(controller->collections().selectedCollection(), imported());
 
-  EXPECT_FALSE(controller->importAudioFile(path));  // a duplicate
+  EXPECT_FALSE(controller->importAudioFile(path));  // a duplicate, however the path is spelled
+  EXPECT_FALSE(controller->importAudioFile(dir.filePath("Mü sic/../Mü sic//./01 Uprising.m4a")));
   EXPECT_EQ(entry->linksSet().size(), 1u);
   EXPECT_EQ(entry->tracksSet().size(), 1u);
   settings.setObject("Import Duplicates", true);
@@ -76,7 +79,9 @@ TEST_F(AudioFileImportTest, FolderImportGroupsAlbumsSkipsBadFilesAndSaves) {
   text.close();
 
   EXPECT_EQ(AudioFileImport::audioFilesIn(folder).size(), 5);
+  controller->frameworkBundle().insert(StringTable::defaultTable, "AddingEntries", "Einträge werden hinzugefügt …");
   ASSERT_TRUE(controller->openDirectory(folder));
+  EXPECT_EQ(windowSystem.progressTitles, QStringList{"Einträge werden hinzugefügt …"});
   QStringList titles;
   for (Entry* e : controller->managedObjectContext().entries()) titles << e->stringValue("title") + "/" + QString::number(e->linksSet().size());
   titles.sort();

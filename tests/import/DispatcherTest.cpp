@@ -31,9 +31,21 @@ TEST_F(DispatcherTest, SniffsXmlInTheTableOrderAndFallsThrough) {
   const QByteArray marker = "<plist version=\"1.0\"><dict><key>Music Folder</key><string>x</string>";
   EXPECT_FALSE(open("short.xml", marker + "</dict></plist>"));
   EXPECT_EQ(windowSystem.alertMessages.value(0), notRecognized);
-  QByteArray library = marker + "<key>Tracks</key><dict><key>1</key><dict><key>Name</key><string>t</string></dict></dict>";
-  library += QByteArray(600, ' ') + "</dict></plist>";
-  EXPECT_TRUE(open("Library.plist", library));  // its one track becomes an entry
+  auto library = [&](const QByteArray& track) {
+    return marker + "<key>Tracks</key><dict><key>1</key><dict>" + track + "</dict></dict>" + QByteArray(600, ' ') +
+           "</dict></plist>";
+  };
+  // Its one track becomes an entry in a collection named after the file, saved.
+  EXPECT_TRUE(open("Library.plist", library("<key>Name</key><string>t</string>")));
+  const Collection* named = controller->collections().collectionWithName("Library", true);
+  ASSERT_NE(named, nullptr);
+  EXPECT_EQ(controller->collections().entriesIn(named).size(), 1u);
+  EXPECT_EQ(controller->collections().selectedCollection(), named);
+  EXPECT_FALSE(controller->managedObjectContext().hasChanges());
+  // A library read in full that holds only a movie is a success that makes no collection.
+  EXPECT_TRUE(open("Movies.xml", library("<key>Name</key><string>m</string><key>Movie</key><true/>")));
+  EXPECT_EQ(controller->collections().collectionWithName("Movies", true), nullptr);
+  EXPECT_TRUE(windowSystem.alerts.isEmpty());
   // The marker found with no tracks ends the sniffing with the alert, though a release follows.
   EXPECT_FALSE(open("Empty.xml", marker + "<key>Tracks</key><dict/>" + QByteArray(600, ' ') + "</dict></plist>" +
                                      "<!-- <releases num=\"1\"><release id=\"1\"> -->"));
@@ -52,10 +64,16 @@ TEST_F(DispatcherTest, SniffsXmlInTheTableOrderAndFallsThrough) {
 
 TEST_F(DispatcherTest, ExtensionsAndFoldersReachTheirImporters) {
   auto controller = launch();
-  windowSystem.alertAnswers.clear();
-  controller->openFile(write("song.MP3", "ID3"));  // no real audio: skipped or bare, never a crash
-  windowSystem.alerts.clear();
-  windowSystem.alertMessages.clear();
+  // Audio by the extension in any case, MP4 included; no readable audio still makes a bare entry.
+  for (const char* name : {"song.MP3", "song.mp4"}) {
+    const QString path = write(name, "ID3");
+    ASSERT_TRUE(controller->openFile(path)) << name;
+    Entry* bare = controller->managedObjectContext().entryWithLink("file://" + path);
+    ASSERT_NE(bare, nullptr) << name;
+    EXPECT_EQ(bare->stringValue("format"), "Digital");
+  }
+  EXPECT_FALSE(controller->managedObjectContext().hasChanges());
+  EXPECT_TRUE(windowSystem.alerts.isEmpty());
   QDir().mkpath(dir.filePath("Music/Album"));
   EXPECT_FALSE(controller->openFile(dir.filePath("Music")));  // a folder without audio imports nothing
 
@@ -93,7 +111,8 @@ TEST_F(DispatcherTest, ImportPanelOffersTheTypesAndOpensEachChoice) {
   windowSystem.openPanelAnswer = {write("a.csv", "title\nFirst\n"), write("b.tab", "title\tartist\nSecond\tB\n")};
   controller->importCollection();
   EXPECT_EQ(windowSystem.openPanelTypes.mid(0, 3), (QStringList{"TEXT", "discary", "discarycard"}));
-  EXPECT_EQ(windowSystem.openPanelTypes.last(), "aiff");
+  EXPECT_EQ(windowSystem.openPanelTypes.mid(12, 6), (QStringList{"m4p", "mp3", "m4a", "flac", "aif", "aiff"}));
+  EXPECT_TRUE(windowSystem.openPanelTypes.contains("ogg"));  // every audio file that an import takes
   EXPECT_NE(entryTitled(*controller, "First"), nullptr);
   ASSERT_NE(entryTitled(*controller, "Second"), nullptr);
   EXPECT_EQ(entryTitled(*controller, "Second")->stringValue("artist"), "B");
