@@ -211,7 +211,7 @@ quint64 TagLibReader::fourCharKey(const QByteArray& code) {
 
 quint64 TagLibReader::threeCharKey(const QByteArray& code) {
   quint64 key = 0;
-  for (int i = 0; i < 3; ++i) key |= quint64(quint8(i < code.size() ? code[i] : 0)) << (8 * i);
+  for (int i = 0; i < 3; ++i) key |= quint64(quint8(i < code.size() ? code[i] : 0)) << (16 - 8 * i);
   return key;
 }
 
