@@ -133,8 +133,10 @@ void readNamedFields(const TagLib::PropertyMap& properties, AudioAsset& asset) {
       {"LABEL", "TPUB"},       {"LANGUAGE", "TLAN"}};
   for (auto it = properties.begin(); it != properties.end(); ++it) {
     const QByteArray id = frames.value(qstr(it->first));
-    if (id.isEmpty() || it->second.isEmpty()) continue;
-    asset.id3Metadata << textItem(id, TagLibReader::fourCharKey(id), qstr(it->second.front()));
+    if (id.isEmpty()) continue;
+    // One item per value, in the file's order, so that a repeated field gives its last value.
+    for (const TagLib::String& value : it->second)
+      asset.id3Metadata << textItem(id, TagLibReader::fourCharKey(id), qstr(value));
   }
 }
 

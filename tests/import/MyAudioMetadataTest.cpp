@@ -177,6 +177,7 @@ TEST(MyAudioMetadataTest, RealFilesOfEachFormat) {
 
   const QVariantMap flac = MyAudioMetadata::getMetadataForPath(sample("mutagen_silence-44-s.flac"), &reader);
   EXPECT_EQ(flac.value("Album"), "Quod Libet Test Data");
+  EXPECT_EQ(flac.value("Artist"), "jzig");  // the later of "artist=piman" and "artist=jzig"
   EXPECT_EQ(flac.value("Track Number"), 2);
   EXPECT_EQ(flac.value("Total Time"), 3000);
   EXPECT_FALSE(flac.value("image").value<Picture>().toImage().isNull());
