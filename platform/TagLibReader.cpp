@@ -1,5 +1,7 @@
 #include "TagLibReader.h"
 
+#include "AudioFormatSniffer.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
@@ -15,7 +17,9 @@
 #include <taglib/mp4file.h>
 #include <taglib/mpegfile.h>
 #include <taglib/oggfile.h>
+#include <taglib/oggflacfile.h>
 #include <taglib/opusfile.h>
+#include <taglib/speexfile.h>
 #include <taglib/textidentificationframe.h>
 #include <taglib/tpropertymap.h>
 #include <taglib/unsynchronizedlyricsframe.h>
@@ -203,6 +207,35 @@ void readMp4(const TagLib::MP4::Tag* tag, AudioAsset& asset) {
   }
 }
 
+TagLib::File* openFile(TagLib::FileName name, AudioFormat format) {
+  constexpr auto style = TagLib::AudioProperties::Average;
+  switch (format) {
+    case AudioFormat::Mpeg: return new TagLib::MPEG::File(name, true, style);
+    case AudioFormat::Flac: return new TagLib::FLAC::File(name, true, style);
+    case AudioFormat::Mp4: return new TagLib::MP4::File(name, true, style);
+    case AudioFormat::OggVorbis: return new TagLib::Ogg::Vorbis::File(name, true, style);
+    case AudioFormat::OggOpus: return new TagLib::Ogg::Opus::File(name, true, style);
+    case AudioFormat::OggFlac: return new TagLib::Ogg::FLAC::File(name, true, style);
+    case AudioFormat::OggSpeex: return new TagLib::Ogg::Speex::File(name, true, style);
+    case AudioFormat::Aiff: return new TagLib::RIFF::AIFF::File(name, true, style);
+    case AudioFormat::Wav: return new TagLib::RIFF::WAV::File(name, true, style);
+    case AudioFormat::Unknown: break;
+  }
+  return nullptr;
+}
+
+// The content decides the reader; the extension only where the content names no format, and
+// TagLib's own guess where neither does.
+TagLib::FileRef openByContent(const QString& path) {
+  QFile device(path);
+  AudioFormat format = device.open(QIODevice::ReadOnly) ? AudioFormatSniffer::formatOf(device) : AudioFormat::Unknown;
+  device.close();
+  if (format == AudioFormat::Unknown) format = AudioFormatSniffer::formatOfSuffix(QFileInfo(path).suffix());
+  const QByteArray name = QFile::encodeName(path);
+  if (format == AudioFormat::Unknown) return TagLib::FileRef(name.constData(), true, TagLib::AudioProperties::Average);
+  return TagLib::FileRef(openFile(name.constData(), format));
+}
+
 }  // namespace
 
 quint64 TagLibReader::fourCharKey(const QByteArray& code) {
@@ -220,8 +253,7 @@ quint64 TagLibReader::threeCharKey(const QByteArray& code) {
 AudioAsset TagLibReader::assetWithPath(const QString& path) const {
   AudioAsset asset;
   if (!QFileInfo(path).isFile()) return asset;
-  const QByteArray name = QFile::encodeName(path);
-  TagLib::FileRef ref(name.constData(), true, TagLib::AudioProperties::Average);
+  const TagLib::FileRef ref = openByContent(path);
   if (ref.isNull()) return asset;
   TagLib::File* file = ref.file();
   if (auto* mpeg = dynamic_cast<TagLib::MPEG::File*>(file)) {
@@ -231,12 +263,9 @@ AudioAsset TagLibReader::assetWithPath(const QString& path) const {
   } else if (auto* flac = dynamic_cast<TagLib::FLAC::File*>(file)) {
     readNamedFields(file->properties(), asset);
     readPictures(flac->pictureList(), asset);
-  } else if (auto* vorbis = dynamic_cast<TagLib::Ogg::Vorbis::File*>(file)) {
+  } else if (dynamic_cast<TagLib::Ogg::File*>(file)) {
     readNamedFields(file->properties(), asset);
-    if (vorbis->tag()) readPictures(vorbis->tag()->pictureList(), asset);
-  } else if (auto* opus = dynamic_cast<TagLib::Ogg::Opus::File*>(file)) {
-    readNamedFields(file->properties(), asset);
-    if (opus->tag()) readPictures(opus->tag()->pictureList(), asset);
+    if (auto* xiph = dynamic_cast<TagLib::Ogg::XiphComment*>(file->tag())) readPictures(xiph->pictureList(), asset);
   } else if (auto* aiff = dynamic_cast<TagLib::RIFF::AIFF::File*>(file)) {
     if (aiff->hasID3v2Tag()) readId3v2(aiff->tag(), asset);
   } else if (auto* wav = dynamic_cast<TagLib::RIFF::WAV::File*>(file)) {
