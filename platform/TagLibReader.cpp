@@ -1,11 +1,14 @@
 #include "TagLibReader.h"
 
 #include "AudioFormatSniffer.h"
+#include "LiteralGenreFrameFactory.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
 #include <QVariantMap>
+
+#include <memory>
 
 #include <taglib/aifffile.h>
 #include <taglib/attachedpictureframe.h>
@@ -94,6 +97,7 @@ void readId3v2(const TagLib::ID3v2::Tag* tag, AudioAsset& asset) {
   const uint version = tag->header()->majorVersion();
   for (const TagLib::ID3v2::Frame* frame : tag->frameList()) {
     QByteArray id = bytes(frame->frameID());
+    if (id == bytes(LiteralGenreFrameFactory::genreId)) id = "TCON";
     if (id.size() != 4) continue;
     quint64 key;
     if (version <= 2) {
@@ -207,18 +211,37 @@ void readMp4(const TagLib::MP4::Tag* tag, AudioAsset& asset) {
   }
 }
 
+// TagLib reads the ID3 chunk of AIFF and WAV files with its own frame factory and takes no other,
+// so these files read the chunk once more with ours.
+template <class Riff>
+class RiffFile : public Riff {
+ public:
+  explicit RiffFile(TagLib::FileName name) : Riff(name, true, TagLib::AudioProperties::Average) {}
+  std::unique_ptr<TagLib::ID3v2::Tag> literalId3v2Tag() {
+    for (unsigned i = 0; i < this->chunkCount(); ++i) {
+      const TagLib::ByteVector chunk = this->chunkName(i);
+      if (chunk == "ID3 " || chunk == "id3 ")
+        return std::make_unique<TagLib::ID3v2::Tag>(this, this->chunkOffset(i), LiteralGenreFrameFactory::instance());
+    }
+    return nullptr;
+  }
+};
+using AiffFile = RiffFile<TagLib::RIFF::AIFF::File>;
+using WavFile = RiffFile<TagLib::RIFF::WAV::File>;
+
 TagLib::File* openFile(TagLib::FileName name, AudioFormat format) {
   constexpr auto style = TagLib::AudioProperties::Average;
+  LiteralGenreFrameFactory* id3v2 = LiteralGenreFrameFactory::instance();
   switch (format) {
-    case AudioFormat::Mpeg: return new TagLib::MPEG::File(name, true, style);
-    case AudioFormat::Flac: return new TagLib::FLAC::File(name, true, style);
+    case AudioFormat::Mpeg: return new TagLib::MPEG::File(name, id3v2, true, style);
+    case AudioFormat::Flac: return new TagLib::FLAC::File(name, id3v2, true, style);
     case AudioFormat::Mp4: return new TagLib::MP4::File(name, true, style);
     case AudioFormat::OggVorbis: return new TagLib::Ogg::Vorbis::File(name, true, style);
     case AudioFormat::OggOpus: return new TagLib::Ogg::Opus::File(name, true, style);
     case AudioFormat::OggFlac: return new TagLib::Ogg::FLAC::File(name, true, style);
     case AudioFormat::OggSpeex: return new TagLib::Ogg::Speex::File(name, true, style);
-    case AudioFormat::Aiff: return new TagLib::RIFF::AIFF::File(name, true, style);
-    case AudioFormat::Wav: return new TagLib::RIFF::WAV::File(name, true, style);
+    case AudioFormat::Aiff: return new AiffFile(name);
+    case AudioFormat::Wav: return new WavFile(name);
     case AudioFormat::Unknown: break;
   }
   return nullptr;
@@ -266,10 +289,10 @@ AudioAsset TagLibReader::assetWithPath(const QString& path) const {
   } else if (dynamic_cast<TagLib::Ogg::File*>(file)) {
     readNamedFields(file->properties(), asset);
     if (auto* xiph = dynamic_cast<TagLib::Ogg::XiphComment*>(file->tag())) readPictures(xiph->pictureList(), asset);
-  } else if (auto* aiff = dynamic_cast<TagLib::RIFF::AIFF::File*>(file)) {
-    if (aiff->hasID3v2Tag()) readId3v2(aiff->tag(), asset);
-  } else if (auto* wav = dynamic_cast<TagLib::RIFF::WAV::File*>(file)) {
-    if (wav->hasID3v2Tag()) readId3v2(wav->ID3v2Tag(), asset);
+  } else if (auto* aiff = dynamic_cast<AiffFile*>(file)) {
+    if (const auto tag = aiff->literalId3v2Tag()) readId3v2(tag.get(), asset);
+  } else if (auto* wav = dynamic_cast<WavFile*>(file)) {
+    if (const auto tag = wav->literalId3v2Tag()) readId3v2(tag.get(), asset);
     else readNamedFields(file->properties(), asset);
   } else {
     readNamedFields(file->properties(), asset);

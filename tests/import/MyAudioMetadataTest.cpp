@@ -7,6 +7,7 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <taglib/aifffile.h>
 #include <taglib/attachedpictureframe.h>
 #include <taglib/commentsframe.h>
 #include <taglib/id3v2tag.h>
@@ -196,6 +197,8 @@ TEST(MyAudioMetadataTest, TagsWrittenByTagLibLandAsTheRulesSay) {
     addText(tag, "TPE2", "Band");
     addText(tag, "TCMP", "1");
     addText(tag, "TSOA", "Album, The");
+    tag->removeFrames("TCON");
+    addText(tag, "TCON", "(17)");
     addComment(tag, "iTunNORM", " 000002C8 00000000 00001E4C");
     auto* picture = new TagLib::ID3v2::AttachedPictureFrame;
     picture->setMimeType("image/jpeg");
@@ -208,6 +211,7 @@ TEST(MyAudioMetadataTest, TagsWrittenByTagLibLandAsTheRulesSay) {
   EXPECT_EQ(dict.value("Album Artist"), "Band");
   EXPECT_EQ(dict.value("Compilation"), 1);
   EXPECT_EQ(dict.value("Sort Album"), "Album, The");
+  EXPECT_EQ(dict.value("Genre"), "(17)");  // as written, not TagLib's "17"
   EXPECT_FALSE(dict.contains("Comments"));
   EXPECT_FALSE(dict.contains("image"));  // a "picture" that does not decode is dropped
 
@@ -227,6 +231,18 @@ TEST(MyAudioMetadataTest, TagsWrittenByTagLibLandAsTheRulesSay) {
   EXPECT_EQ(mp4.value("Composer"), "Matthew Bellamy");
   EXPECT_EQ(mp4.value("Compilation"), 1);
   EXPECT_EQ(mp4.value("Track Number"), 44);
+
+  // TagLib reads the ID3 chunk of an AIFF file by itself; the genre must still stand as written.
+  const QString aiff = copyOf(dir, "generated_silence-50ms.aiff");
+  {
+    TagLib::RIFF::AIFF::File file(QFile::encodeName(aiff).constData());
+    addText(file.tag(), "TIT2", "Quiet");
+    addText(file.tag(), "TCON", "(17)Rock");
+    ASSERT_TRUE(file.save());
+  }
+  const QVariantMap riff = MyAudioMetadata::getMetadataForPath(aiff, &reader);
+  EXPECT_EQ(riff.value("Name"), "Quiet");
+  EXPECT_EQ(riff.value("Genre"), "(17)Rock");
 }
 
 TEST(MyAudioMetadataTest, HostileFilesGiveFewerKeysNeverACrash) {
