@@ -9,7 +9,7 @@
 namespace {
 
 ScratchFolder* folder = nullptr;
-// The tag library picks its parser by the file's extension.
+// The content picks the parser; the extension counts where the content names no format.
 const std::array<const char*, 7> extensions = {"mp3", "m4a", "flac", "ogg", "opus", "aiff", "wav"};
 
 }  // namespace

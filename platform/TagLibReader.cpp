@@ -1,9 +1,14 @@
 #include "TagLibReader.h"
 
+#include "AudioFormatSniffer.h"
+#include "LiteralGenreFrameFactory.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
 #include <QVariantMap>
+
+#include <memory>
 
 #include <taglib/aifffile.h>
 #include <taglib/attachedpictureframe.h>
@@ -15,7 +20,9 @@
 #include <taglib/mp4file.h>
 #include <taglib/mpegfile.h>
 #include <taglib/oggfile.h>
+#include <taglib/oggflacfile.h>
 #include <taglib/opusfile.h>
+#include <taglib/speexfile.h>
 #include <taglib/textidentificationframe.h>
 #include <taglib/tpropertymap.h>
 #include <taglib/unsynchronizedlyricsframe.h>
@@ -90,6 +97,7 @@ void readId3v2(const TagLib::ID3v2::Tag* tag, AudioAsset& asset) {
   const uint version = tag->header()->majorVersion();
   for (const TagLib::ID3v2::Frame* frame : tag->frameList()) {
     QByteArray id = bytes(frame->frameID());
+    if (id == bytes(LiteralGenreFrameFactory::genreId)) id = "TCON";
     if (id.size() != 4) continue;
     quint64 key;
     if (version <= 2) {
@@ -133,8 +141,10 @@ void readNamedFields(const TagLib::PropertyMap& properties, AudioAsset& asset) {
       {"LABEL", "TPUB"},       {"LANGUAGE", "TLAN"}};
   for (auto it = properties.begin(); it != properties.end(); ++it) {
     const QByteArray id = frames.value(qstr(it->first));
-    if (id.isEmpty() || it->second.isEmpty()) continue;
-    asset.id3Metadata << textItem(id, TagLibReader::fourCharKey(id), qstr(it->second.front()));
+    if (id.isEmpty()) continue;
+    // One item per value, in the file's order, so that a repeated field gives its last value.
+    for (const TagLib::String& value : it->second)
+      asset.id3Metadata << textItem(id, TagLibReader::fourCharKey(id), qstr(value));
   }
 }
 
@@ -201,6 +211,54 @@ void readMp4(const TagLib::MP4::Tag* tag, AudioAsset& asset) {
   }
 }
 
+// TagLib reads the ID3 chunk of AIFF and WAV files with its own frame factory and takes no other,
+// so these files read the chunk once more with ours.
+template <class Riff>
+class RiffFile : public Riff {
+ public:
+  explicit RiffFile(TagLib::FileName name) : Riff(name, true, TagLib::AudioProperties::Average) {}
+  std::unique_ptr<TagLib::ID3v2::Tag> literalId3v2Tag() {
+    for (unsigned i = 0; i < this->chunkCount(); ++i) {
+      const TagLib::ByteVector chunk = this->chunkName(i);
+      if (chunk == "ID3 " || chunk == "id3 ")
+        return std::make_unique<TagLib::ID3v2::Tag>(this, this->chunkOffset(i), LiteralGenreFrameFactory::instance());
+    }
+    return nullptr;
+  }
+};
+using AiffFile = RiffFile<TagLib::RIFF::AIFF::File>;
+using WavFile = RiffFile<TagLib::RIFF::WAV::File>;
+
+TagLib::File* openFile(TagLib::FileName name, AudioFormat format) {
+  constexpr auto style = TagLib::AudioProperties::Average;
+  LiteralGenreFrameFactory* id3v2 = LiteralGenreFrameFactory::instance();
+  switch (format) {
+    case AudioFormat::Mpeg: return new TagLib::MPEG::File(name, id3v2, true, style);
+    case AudioFormat::Flac: return new TagLib::FLAC::File(name, id3v2, true, style);
+    case AudioFormat::Mp4: return new TagLib::MP4::File(name, true, style);
+    case AudioFormat::OggVorbis: return new TagLib::Ogg::Vorbis::File(name, true, style);
+    case AudioFormat::OggOpus: return new TagLib::Ogg::Opus::File(name, true, style);
+    case AudioFormat::OggFlac: return new TagLib::Ogg::FLAC::File(name, true, style);
+    case AudioFormat::OggSpeex: return new TagLib::Ogg::Speex::File(name, true, style);
+    case AudioFormat::Aiff: return new AiffFile(name);
+    case AudioFormat::Wav: return new WavFile(name);
+    case AudioFormat::Unknown: break;
+  }
+  return nullptr;
+}
+
+// The content decides the reader; the extension only where the content names no format, and
+// TagLib's own guess where neither does.
+TagLib::FileRef openByContent(const QString& path) {
+  QFile device(path);
+  AudioFormat format = device.open(QIODevice::ReadOnly) ? AudioFormatSniffer::formatOf(device) : AudioFormat::Unknown;
+  device.close();
+  if (format == AudioFormat::Unknown) format = AudioFormatSniffer::formatOfSuffix(QFileInfo(path).suffix());
+  const QByteArray name = QFile::encodeName(path);
+  if (format == AudioFormat::Unknown) return TagLib::FileRef(name.constData(), true, TagLib::AudioProperties::Average);
+  return TagLib::FileRef(openFile(name.constData(), format));
+}
+
 }  // namespace
 
 quint64 TagLibReader::fourCharKey(const QByteArray& code) {
@@ -211,15 +269,14 @@ quint64 TagLibReader::fourCharKey(const QByteArray& code) {
 
 quint64 TagLibReader::threeCharKey(const QByteArray& code) {
   quint64 key = 0;
-  for (int i = 0; i < 3; ++i) key |= quint64(quint8(i < code.size() ? code[i] : 0)) << (8 * i);
+  for (int i = 0; i < 3; ++i) key |= quint64(quint8(i < code.size() ? code[i] : 0)) << (16 - 8 * i);
   return key;
 }
 
 AudioAsset TagLibReader::assetWithPath(const QString& path) const {
   AudioAsset asset;
   if (!QFileInfo(path).isFile()) return asset;
-  const QByteArray name = QFile::encodeName(path);
-  TagLib::FileRef ref(name.constData(), true, TagLib::AudioProperties::Average);
+  const TagLib::FileRef ref = openByContent(path);
   if (ref.isNull()) return asset;
   TagLib::File* file = ref.file();
   if (auto* mpeg = dynamic_cast<TagLib::MPEG::File*>(file)) {
@@ -229,16 +286,13 @@ AudioAsset TagLibReader::assetWithPath(const QString& path) const {
   } else if (auto* flac = dynamic_cast<TagLib::FLAC::File*>(file)) {
     readNamedFields(file->properties(), asset);
     readPictures(flac->pictureList(), asset);
-  } else if (auto* vorbis = dynamic_cast<TagLib::Ogg::Vorbis::File*>(file)) {
+  } else if (dynamic_cast<TagLib::Ogg::File*>(file)) {
     readNamedFields(file->properties(), asset);
-    if (vorbis->tag()) readPictures(vorbis->tag()->pictureList(), asset);
-  } else if (auto* opus = dynamic_cast<TagLib::Ogg::Opus::File*>(file)) {
-    readNamedFields(file->properties(), asset);
-    if (opus->tag()) readPictures(opus->tag()->pictureList(), asset);
-  } else if (auto* aiff = dynamic_cast<TagLib::RIFF::AIFF::File*>(file)) {
-    if (aiff->hasID3v2Tag()) readId3v2(aiff->tag(), asset);
-  } else if (auto* wav = dynamic_cast<TagLib::RIFF::WAV::File*>(file)) {
-    if (wav->hasID3v2Tag()) readId3v2(wav->ID3v2Tag(), asset);
+    if (auto* xiph = dynamic_cast<TagLib::Ogg::XiphComment*>(file->tag())) readPictures(xiph->pictureList(), asset);
+  } else if (auto* aiff = dynamic_cast<AiffFile*>(file)) {
+    if (const auto tag = aiff->literalId3v2Tag()) readId3v2(tag.get(), asset);
+  } else if (auto* wav = dynamic_cast<WavFile*>(file)) {
+    if (const auto tag = wav->literalId3v2Tag()) readId3v2(tag.get(), asset);
     else readNamedFields(file->properties(), asset);
   } else {
     readNamedFields(file->properties(), asset);

@@ -12,6 +12,7 @@ class TagLibReader : public TagReader {
 
   // A four-character code in the high 32 bits, most significant byte first.
   static quint64 fourCharKey(const QByteArray& code);
-  // A three-character ID3v2.2 id in the low three bytes, first character lowest.
+  // A three-character ID3v2.2 id in the low three bytes, first character highest as in
+  // four-character codes; the key rule reads it back from the lowest byte ("TCP" as "PCT").
   static quint64 threeCharKey(const QByteArray& code);
 };

@@ -10,7 +10,9 @@
 // a null QVariant.
 struct MetadataItem {
   QString commonKey;                   // format-independent name ("title", "artwork"...), or empty
-  std::optional<quint64> numericKey;   // four-character code in the high 32 bits; ID3v2.2 ids in the low bytes
+  // A four-character code in the high 32 bits; an ID3v2.2 id in the low three bytes. Either way
+  // the first character is the highest byte.
+  std::optional<quint64> numericKey;
   QString textKey;                     // used when the format names its keys by text
   QVariant stringValue, numberValue, dataValue, value;
 };

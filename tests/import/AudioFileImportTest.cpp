@@ -85,8 +85,9 @@ TEST_F(AudioFileImportTest, FolderImportGroupsAlbumsSkipsBadFilesAndSaves) {
   QStringList titles;
   for (Entry* e : controller->managedObjectContext().entries()) titles << e->stringValue("title") + "/" + QString::number(e->linksSet().size());
   titles.sort();
-  // Both broken files have no album: they share the "Unknown" entry.
-  EXPECT_EQ(titles, (QStringList{"Quod Libet Test Data/1", "Quod Libet Test Data/1", "The Resistance/1", "Unknown/2"}));
+  // The MP3 and the FLAC both name "jzig" last of their two artists, so they make one album; both
+  // broken files have no album: they share the "Unknown" entry.
+  EXPECT_EQ(titles, (QStringList{"Quod Libet Test Data/2", "The Resistance/1", "Unknown/2"}));
   EXPECT_FALSE(controller->managedObjectContext().hasChanges());
   EXPECT_EQ(windowSystem.openSheets, 0);
   EXPECT_FALSE(controller->iTunesAlbumsAdded());  // the album table lives only for the folder
