@@ -54,9 +54,10 @@ TEST_F(CliTest, AddListEditDeleteRoundTrip) {
   Outcome again = discary({"--button", "2", "add", "title=Mingus Ah Um", "artist=Charles Mingus"});
   EXPECT_EQ(again.status, 0);
 
-  Outcome edited = discary({"--json", "edit", QString::number(uid), "label=Columbia", "price="});
+  Outcome edited = discary({"--json", "edit", QString::number(uid), "label=Columbia", "price=", "myRating=9"});
   ASSERT_EQ(edited.status, 0) << edited.err.constData();
   EXPECT_EQ(edited.json().toObject()["label"].toString(), "Columbia");
+  EXPECT_EQ(edited.json().toObject()["myRating"].toInteger(), 9);  // out of 10, stored as given
   EXPECT_FALSE(edited.json().toObject().contains("price"));
 
   Outcome listed = discary({"--json", "list", "--collection", "Bass"});
@@ -65,9 +66,10 @@ TEST_F(CliTest, AddListEditDeleteRoundTrip) {
   EXPECT_EQ(listed.json().toArray()[0].toObject()["label"].toString(), "Columbia");
   // Listing reads the saved rows, not the loaded objects: the two must print alike.
   EXPECT_EQ(listed.json().toArray()[0].toObject()["tracks"], entry["tracks"]);
-  Outcome table = discary({"list", "--columns", "title,label"});
+  Outcome table = discary({"list", "--columns", "title,label,myRating"});
   EXPECT_TRUE(table.out.contains("Mingus Ah Um")) << table.out.constData();
   EXPECT_TRUE(table.out.contains("Columbia"));
+  EXPECT_TRUE(table.out.contains("★★★★½")) << table.out.constData();
 
   Outcome collections = discary({"--json", "collections"});
   EXPECT_EQ(collections.json().toArray().last().toObject()["count"].toInt(), 1);
