@@ -3,7 +3,6 @@
 #include "Entry.h"
 #include "StringTable.h"
 #include "TextHelpers.h"
-#include "Track.h"
 
 namespace {
 
@@ -18,8 +17,6 @@ quint32 secondsOfTrackTime(const QString& text) {
   if (colon < 0) return quint32(TextHelpers::myIntValue(text));
   return quint32(60 * TextHelpers::myIntValue(text.left(colon))) + quint32(TextHelpers::myIntValue(text.mid(colon + 1)));
 }
-
-QString totalOf(quint32 seconds) { return seconds ? TextHelpers::timeStringWithSeconds(seconds) : QString(); }
 
 }  // namespace
 
@@ -80,15 +77,9 @@ QString CollectionTotals::footer(const QVariantMap& totals, const QList<bool>& b
   return items.join(QStringLiteral(" | "));
 }
 
-QString CollectionTotals::totalDuration(const std::vector<Track*>& tracks) {
-  quint32 seconds = 0;
-  for (const Track* t : tracks) seconds += secondsOfTrackTime(t->stringValue(QStringLiteral("duration")));
-  return totalOf(seconds);
-}
-
 QString CollectionTotals::totalDuration(const QVariantList& trackDictionaries) {
   quint32 seconds = 0;
   for (const QVariant& t : trackDictionaries)
     seconds += secondsOfTrackTime(t.toMap().value(QStringLiteral("duration")).toString());
-  return totalOf(seconds);
+  return seconds ? TextHelpers::timeStringWithSeconds(seconds) : QString();
 }

@@ -11,6 +11,7 @@
 #include "Rating.h"
 #include "SitePlugin.h"
 #include "Store.h"
+#include "TrackData.h"
 #include "TrackTable.h"
 
 #include <QCheckBox>
@@ -299,7 +300,7 @@ void EntryEditor::applyTo(Entry& entry, const QVariantMap& values) {
     }
     entry.setValue(QStringLiteral("numberOfTracks"), tracks.isEmpty() ? QVariant() : QVariant(QString::number(tracks.size())));
     // The album's play time follows its tracks unless the user typed one in this edit.
-    const QString sum = MyController::totalDuration(tracks);
+    const QString sum = TrackData::totalDuration(tracks);
     if (!sum.isEmpty() && !values.contains(QStringLiteral("duration")))
       entry.setValue(QStringLiteral("duration"), sum);
   }

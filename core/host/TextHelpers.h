@@ -3,6 +3,8 @@
 #include <QDateTime>
 #include <QString>
 #include <QStringList>
+#include <QtNumeric>
+#include <limits>
 #include <optional>
 
 // Pure text, number, time and date conversions shared by every layer.
@@ -29,6 +31,15 @@ double myFloatValue(const QString& text);
 // first non-digit: "12 tracks" -> 12, "2/3" -> 2, " -4" -> -4, "x" -> 0. Saturates instead of
 // overflowing.
 qint64 myIntValue(const QString& text);
+
+// a + b pinned at the ends of the range, for totals that must never wrap.
+inline qint64 saturatingAdd(qint64 a, qint64 b) {
+    qint64 sum;
+    if (!qAddOverflow(a, b, &sum)) {
+        return sum;
+    }
+    return b > 0 ? std::numeric_limits<qint64>::max() : std::numeric_limits<qint64>::min();
+}
 
 // The number with the locale's thousand separators and that many decimals ("#,##0",
 // "#,##0.00"), negative numbers with the minus sign U+2212 rather than a hyphen.

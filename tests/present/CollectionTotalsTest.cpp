@@ -5,6 +5,8 @@
 #include "MyController.h"
 #include "Settings.h"
 #include "Store.h"
+#include "TextHelpers.h"
+#include "TrackData.h"
 
 #include <QLocale>
 #include <QTemporaryDir>
@@ -103,6 +105,11 @@ TEST_F(CollectionTotalsTest, TrackPlayTimeReadsOnlyTheFirstColon) {
   EXPECT_EQ(MyController::totalDuration({QVariantMap{{"duration", "1:02:03"}}, QVariantMap{{"duration", "58"}}}), "2:00");
   EXPECT_TRUE(MyController::totalDuration({QVariantMap{{"duration", ""}}, QVariantMap{}}).isNull());
   EXPECT_TRUE(MyController::totalDuration({}).isNull());
+  // Times a person typed are read whole, and their sum stops at the largest time.
+  EXPECT_EQ(TrackData::totalDuration({QVariantMap{{"duration", "1:02:03"}}, QVariantMap{{"duration", "0:58"}}}), "63:01");
+  const QVariantMap endless{{"duration", QString(30, '9')}};
+  EXPECT_EQ(TrackData::totalDuration({endless, endless}),
+            TextHelpers::timeStringWithSeconds(std::numeric_limits<qint64>::max()));
 }
 
 }  // namespace

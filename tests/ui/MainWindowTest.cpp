@@ -210,7 +210,19 @@ TEST_F(MainWindowTest, RatingsShowAsStarsOutOfTenAndTheEditorKeepsWhatWasNotTouc
   EXPECT_EQ(rated->value("myRating").toLongLong(), 7);
 }
 
-TEST_F(MainWindowTest, TrTEST_F(MainWindowTest, PrintsTheShownCollectionToPdf) {
+TEST_F(MainWindowTest, TrackTimesTypedInTheEditorAddUpAsTimes) {
+  MainWindow window(*controller, windowSystem);
+  Entry* album = controller->managedObjectContext().entries().front();
+  EntryEditor editing(*controller, album, &window);
+  editing.trackTable()->setTracks({QVariantMap{{"name", "So What"}, {"duration", "1:02:03"}},
+                                   QVariantMap{{"name", "Freddie Freeloader"}, {"duration", "0:58"}}});
+  editing.trackTable()->table()->item(1, 0)->setText("Freddie Freeloader (take 2)");
+  EXPECT_EQ(editing.trackTable()->findChild<QLabel*>()->text(), "Total 63:01");
+  editing.accept();
+  EXPECT_EQ(album->stringValue("duration"), "63:01");
+}
+
+TEST_F(MainWindowTest, PrintsTheShownCollectionToPdf) {
   MainWindow window(*controller, windowSystem);
   windowSystem.pdf = dir.filePath("jazz.pdf");
   windowSystem.layout = 4;  // Custom: the list's own columns
