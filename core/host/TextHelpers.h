@@ -6,6 +6,7 @@
 #include <QtNumeric>
 #include <limits>
 #include <optional>
+#include <string>
 
 // Pure text, number, time and date conversions shared by every layer.
 namespace TextHelpers {
@@ -26,6 +27,10 @@ qint64 secondsAsTimeString(const QString& text);
 // decimal; "0,125" -> 0.125; a space groups only before exactly three digits ("1 299,50").
 // Too large saturates at the largest double.
 double myFloatValue(const QString& text);
+
+// The number myFloatValue reads, exactly as written, in plain ASCII: "$1,299.00" -> "1299.00",
+// "-$3" -> "-3", "12,50" -> "12.50", ".5" -> ".5"; empty when the text holds no number.
+std::string decimalText(const QString& text);
 
 // The integer in a text, 0 when none: leading spaces skipped, optional sign, digits up to the
 // first non-digit: "12 tracks" -> 12, "2/3" -> 2, " -4" -> -4, "x" -> 0. Saturates instead of

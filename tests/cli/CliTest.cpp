@@ -90,6 +90,13 @@ TEST_F(CliTest, TotalsOfTheListOrOfASelection) {
   EXPECT_EQ(discary({"settings", "set", "Bottom Fields", "[false,false,false,true,false,false,true]"}).status, 0);
   QJsonObject two = discary({"--json", "totals", "--select", "A,B"}).json().toObject();
   EXPECT_EQ(two["footer"].toString(), QString("3 Albums | 2 Discs | Spent: ") + QChar(0x2212) + "2.00");
+  // Huge values neither overflow nor print "inf".
+  ASSERT_EQ(discary({"add", "title=D", "paid=" + QString(400, '9'), "discs=9223372036854775807"}).status, 0);
+  ASSERT_EQ(discary({"add", "title=E", "discs=9223372036854775807"}).status, 0);
+  const QJsonObject huge = discary({"--json", "totals"}).json().toObject()["totals"].toObject();
+  EXPECT_EQ(huge["totalDiscs"].toString(), "9,223,372,036,854,775,807");
+  EXPECT_TRUE(huge["totalPaid"].toString().startsWith("170,141,183,460,469,231,731,687,303,715,8"))
+      << qPrintable(huge["totalPaid"].toString());
   EXPECT_EQ(discary({"totals", "--select", "nosuch"}).status, 1);
   EXPECT_EQ(discary({"totals", "--collection", "nosuch"}).status, 1);
 }
