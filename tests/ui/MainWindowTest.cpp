@@ -12,6 +12,7 @@
 #include "QtWindowSystem.h"
 #include "Settings.h"
 #include "SingleInstance.h"
+#include "StatusImage.h"
 #include "Store.h"
 #include "TrackTable.h"
 
@@ -220,6 +221,30 @@ TEST_F(MainWindowTest, TrackTimesTypedInTheEditorAddUpAsTimes) {
   EXPECT_EQ(editing.trackTable()->findChild<QLabel*>()->text(), "Total 63:01");
   editing.accept();
   EXPECT_EQ(album->stringValue("duration"), "63:01");
+}
+
+TEST_F(MainWindowTest, TheStatusColumnHasADotOfItsOwnColourForLentOutAndWanted) {
+  add({{"title", "Wish"}, {"status", 2}});
+  add({{"title", "Owned"}, {"status", 3}});
+  MainWindow window(*controller, windowSystem);
+  EntryTableModel& list = *window.listModel();
+  const int column = int(list.columns().indexOf("statusImage"));
+  ASSERT_GE(column, 0);
+  QHash<QString, QString> dots;
+  QHash<QString, QVariant> colours;
+  for (int row = 0; row < list.rowCount(); ++row) {
+    const QModelIndex cell = list.index(row, column);
+    dots.insert(list.entryAt(row)->stringValue("title"), list.data(cell, Qt::DisplayRole).toString());
+    colours.insert(list.entryAt(row)->stringValue("title"), list.data(cell, Qt::ForegroundRole));
+  }
+  EXPECT_EQ(dots["Blue Train"], "\u25CF");
+  EXPECT_EQ(dots["Wish"], "\u25CF");
+  EXPECT_EQ(dots["Owned"], "");
+  EXPECT_EQ(dots["Abbey Road"], "");
+  EXPECT_EQ(colours["Blue Train"].value<QColor>(), StatusImage::colour(1));
+  EXPECT_EQ(colours["Wish"].value<QColor>(), StatusImage::colour(2));
+  EXPECT_NE(StatusImage::colour(1), StatusImage::colour(2));
+  EXPECT_FALSE(colours["Owned"].isValid());
 }
 
 TEST_F(MainWindowTest, PrintsTheShownCollectionToPdf) {
