@@ -7,6 +7,7 @@
 #include "EntitySchema.h"
 #include "FieldTypes.h"
 #include "HostKeys.h"
+#include "Rating.h"
 #include "Settings.h"
 #include "SettingsKeys.h"
 #include "StringTable.h"
@@ -275,11 +276,8 @@ QString MyFieldsController::displayStringForValue(const QString& identifier, con
     if (!format.trimmed().isEmpty()) return value.toDateTime().toUTC().toString(format);
   }
   switch (columnType(identifier, false)) {
-    case ColumnTypeRating: {
-      if (!value.isValid()) return {};
-      const int stars = int(qBound(qint64(0), value.toLongLong(), qint64(5)));
-      return stars == 0 ? QString() : QString(stars, QChar(0x2605)) + QString(5 - stars, QChar(0x2606));
-    }
+    case ColumnTypeRating:
+      return Rating::stars(value.toLongLong());
     case ColumnTypeImage:
     case ColumnTypeStoredNumber:
       if (identifier == QLatin1StringView("statusImage") || identifier == QLatin1StringView("status")) {

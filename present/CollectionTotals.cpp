@@ -1,25 +1,22 @@
 #include "CollectionTotals.h"
 
+#include "Decimal.h"
 #include "Entry.h"
 #include "StringTable.h"
 #include "TextHelpers.h"
-#include "Track.h"
 
 namespace {
 
 constexpr int discsSwitch = 3, durationSwitch = 4, valueSwitch = 5, spentSwitch = 6;
 
-QString counted(qint64 n) { return TextHelpers::formattedNumber(double(n), 0); }
-QString money(double n) { return TextHelpers::formattedNumber(n, 2); }
+QString counted(qint64 n) { return Decimal(n).formatted(0); }
 
 // 32-bit unsigned on purpose: totals wrap as they always have rather than go negative.
 quint32 secondsOfTrackTime(const QString& text) {
   const qsizetype colon = text.indexOf(QLatin1Char(':'));
   if (colon < 0) return quint32(TextHelpers::myIntValue(text));
-  return quint32(60 * TextHelpers::myIntValue(text.left(colon))) + quint32(TextHelpers::myIntValue(text.mid(colon + 1)));
+  return 60u * quint32(TextHelpers::myIntValue(text.left(colon))) + quint32(TextHelpers::myIntValue(text.mid(colon + 1)));
 }
-
-QString totalOf(quint32 seconds) { return seconds ? TextHelpers::timeStringWithSeconds(seconds) : QString(); }
 
 }  // namespace
 
@@ -29,15 +26,16 @@ QVariantMap CollectionTotals::totals(const std::vector<Entry*>& entries, bool fo
   const bool discsOn = on(discsSwitch), durationOn = on(durationSwitch), valueOn = on(valueSwitch),
              spentOn = on(spentSwitch);
   qint64 borrowed = 0, wanted = 0, discCount = 0, seconds = 0;
-  float priceSum = 0, paidSum = 0;  // single precision, as the totals have always been summed
+  // Exact decimals: floating point drifts ("0.1" + "0.2") and overflows to "inf".
+  Decimal priceSum, paidSum;
   for (const Entry* e : entries) {
     const EntryFigures::Figures& f = figures_.of(*e);
     borrowed += f.status == 1;
     wanted += f.status == 2;
     if (valueOn) priceSum += f.price;
     if (spentOn) paidSum += f.paid;
-    if (durationOn) seconds += f.seconds;
-    if (discsOn) discCount += f.discs;
+    if (durationOn) seconds = TextHelpers::saturatingAdd(seconds, f.seconds);
+    if (discsOn) discCount = TextHelpers::saturatingAdd(discCount, f.discs);
   }
 
   QVariantMap result;
@@ -47,12 +45,12 @@ QVariantMap CollectionTotals::totals(const std::vector<Entry*>& entries, bool fo
   last = counted(wanted);
   result[QStringLiteral("totalWanted")] = last;
   if (discsOn) result[QStringLiteral("totalDiscs")] = last = counted(discCount);
-  if (valueOn) result[QStringLiteral("totalPrice")] = last = money(priceSum);
-  if (spentOn) result[QStringLiteral("totalPaid")] = last = money(paidSum);
+  if (valueOn) result[QStringLiteral("totalPrice")] = last = priceSum.formatted(2);
+  if (spentOn) result[QStringLiteral("totalPaid")] = last = paidSum.formatted(2);
   if (durationOn && seconds != 0) {
     const qint64 minutes = seconds / 60;
     const auto span = [&](double amount, const QString& unit) {
-      return QStringLiteral("%1 %2").arg(money(amount), strings_.localizedString(unit));
+      return QStringLiteral("%1 %2").arg(TextHelpers::formattedNumber(amount, 2), strings_.localizedString(unit));
     };
     // Under a minute the previous total's text stands in; long-standing behaviour users know.
     result[QStringLiteral("totalDuration")] = minutes > 1440 ? span(minutes / 1440.0, QStringLiteral("Days"))
@@ -80,15 +78,9 @@ QString CollectionTotals::footer(const QVariantMap& totals, const QList<bool>& b
   return items.join(QStringLiteral(" | "));
 }
 
-QString CollectionTotals::totalDuration(const std::vector<Track*>& tracks) {
-  quint32 seconds = 0;
-  for (const Track* t : tracks) seconds += secondsOfTrackTime(t->stringValue(QStringLiteral("duration")));
-  return totalOf(seconds);
-}
-
 QString CollectionTotals::totalDuration(const QVariantList& trackDictionaries) {
   quint32 seconds = 0;
   for (const QVariant& t : trackDictionaries)
     seconds += secondsOfTrackTime(t.toMap().value(QStringLiteral("duration")).toString());
-  return totalOf(seconds);
+  return seconds ? TextHelpers::timeStringWithSeconds(seconds) : QString();
 }

@@ -10,7 +10,6 @@
 
 class Entry;
 class StringTable;
-class Track;
 
 // The totals under the entry list (counts, discs, value, money spent and play time of a set of
 // entries) as formatted texts, and the footer line made from them.
@@ -25,9 +24,9 @@ class CollectionTotals {
   // The footer line of totals computed with footer on.
   QString footer(const QVariantMap& totals, const QList<bool>& bottomFields, bool multipleSelection) const;
 
-  // The summed play time of tracks, or a null text when it is 0. Only the first ":" of a time
-  // counts, so "1:02:03" is read as 1 minute 2 seconds.
-  static QString totalDuration(const std::vector<Track*>& tracks);
+  // The summed play time of the music player's tracks, or a null text when it is 0. Only the
+  // first ":" of a time counts, so "1:02:03" is read as 1 minute 2 seconds; times a person typed
+  // are summed by TrackData::totalDuration.
   static QString totalDuration(const QVariantList& trackDictionaries);
 
  private:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Decimal.h"
 #include "Entry.h"
 
 #include <QtGlobal>
@@ -13,7 +14,7 @@ class EntryFigures {
   struct Figures {
     qint64 seconds = 0;  // play time
     qint64 discs = 0;  // as counted: one when the entry gives no count
-    float price = 0, paid = 0;
+    Decimal price, paid;
     qint8 status = 0;
   };
 

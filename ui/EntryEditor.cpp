@@ -8,8 +8,10 @@
 #include "LinksTable.h"
 #include "MyController.h"
 #include "MyFieldsControllerShared.h"
+#include "Rating.h"
 #include "SitePlugin.h"
 #include "Store.h"
+#include "TrackData.h"
 #include "TrackTable.h"
 
 #include <QCheckBox>
@@ -23,7 +25,6 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollArea>
-#include <QSpinBox>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -87,7 +88,10 @@ EntryEditor::EntryEditor(MyController& controller, Entry* entry, QWidget* parent
   }
 
   if (entry_) {
-    for (const QString& identifier : identifiers_) showValue(identifier, entry_->value(identifier));
+    for (const QString& identifier : identifiers_) {
+      showValue(identifier, entry_->value(identifier));
+      shown_.insert(identifier, editorValue(identifier));
+    }
     QVariantList tracks;
     for (Track* t : entry_->tracksSortedByPosition()) {
       QVariantMap track;
@@ -124,9 +128,11 @@ EntryEditor::EntryEditor(MyController& controller, Entry* entry, QWidget* parent
 
 void EntryEditor::showValue(const QString& identifier, const QVariant& v) {
   QWidget* editor = editors_.value(identifier);
+  const qint64 n = v.toLongLong();
   if (auto* box = qobject_cast<QCheckBox*>(editor)) box->setChecked(v.toBool());
-  else if (auto* spin = qobject_cast<QSpinBox*>(editor)) spin->setValue(int(v.toLongLong()));
-  else if (identifier == statusKey) qobject_cast<QComboBox*>(editor)->setCurrentIndex(int(std::clamp<qint64>(v.toLongLong(), 0, 2)));
+  // Any status but lent out or wanted means in the collection.
+  else if (identifier == statusKey) qobject_cast<QComboBox*>(editor)->setCurrentIndex(n == 1 || n == 2 ? int(n) : 0);
+  else if (identifier == ratingKey) qobject_cast<QComboBox*>(editor)->setCurrentIndex(int(std::clamp<qint64>(n, 0, Rating::maximum)));
   else setFieldText(identifier, v.metaType().id() == QMetaType::QDateTime ? dateText(v.toDateTime()) : v.toString());
 }
 
@@ -162,11 +168,11 @@ QWidget* EntryEditor::makeEditor(const QString& identifier, int type, bool longT
   }
   switch (type) {
     case FieldTypeRating: {
-      auto* spin = new QSpinBox;
-      spin->setRange(0, 5);
-      spin->setSpecialValueText(tr("Not rated"));
-      spin->setSuffix(tr(" of 5"));
-      return spin;
+      // Item i stands for the stored value i.
+      auto* combo = new QComboBox;
+      combo->addItem(tr("Not rated"));
+      for (qint64 r = 1; r <= Rating::maximum; ++r) combo->addItem(Rating::stars(r));
+      return combo;
     }
     case FieldTypeCheckbox: return new QCheckBox;
     case FieldTypeLongText: {
@@ -205,7 +211,6 @@ void EntryEditor::setFieldText(const QString& identifier, const QString& text) {
   if (auto* line = qobject_cast<QLineEdit*>(editor)) line->setText(text);
   else if (auto* combo = qobject_cast<QComboBox*>(editor); combo && combo->isEditable()) combo->setEditText(text);
   else if (auto* plain = qobject_cast<QPlainTextEdit*>(editor)) plain->setPlainText(text);
-  else if (auto* spin = qobject_cast<QSpinBox*>(editor)) spin->setValue(text.toInt());
   else if (auto* box = qobject_cast<QCheckBox*>(editor)) box->setChecked(!text.isEmpty() && text != QLatin1String("0"));
   else if (combo) combo->setCurrentIndex(text.toInt());
 }
@@ -221,7 +226,6 @@ QString EntryEditor::textOf(const QString& identifier) const {
 QVariant EntryEditor::editorValue(const QString& identifier) const {
   QWidget* editor = editors_.value(identifier);
   if (auto* box = qobject_cast<QCheckBox*>(editor)) return box->isChecked() ? QVariant(true) : QVariant();
-  if (auto* spin = qobject_cast<QSpinBox*>(editor)) return spin->value() ? QVariant(qint64(spin->value())) : QVariant();
   if (auto* combo = qobject_cast<QComboBox*>(editor); combo && !combo->isEditable())
     return combo->currentIndex() ? QVariant(qint64(combo->currentIndex())) : QVariant();
   const QString text = textOf(identifier);
@@ -232,6 +236,8 @@ bool EntryEditor::readValues(QVariantMap* values, QString* problem) const {
   const EntitySchema& schema = EntitySchema::cd();
   for (const QString& identifier : identifiers_) {
     const QVariant input = editorValue(identifier);
+    // A field the user left alone keeps its stored value, even one its editor cannot show.
+    if (const auto shown = shown_.constFind(identifier); shown != shown_.cend() && *shown == input) continue;
     if (!input.isValid()) {
       values->insert(identifier, QVariant());
       continue;
@@ -280,7 +286,6 @@ bool EntryEditor::addEntry(const QVariantMap& values) {
 }
 
 void EntryEditor::applyTo(Entry& entry, const QVariantMap& values) {
-  const QVariant durationBefore = entry.value(QStringLiteral("duration"));
   for (auto it = values.begin(); it != values.end(); ++it) entry.setValue(it.key(), it.value());
   if (tracks_->isModified()) {
     for (const auto& old : std::vector<Track*>(entry.tracksSortedByPosition())) entry.removeTrack(old);
@@ -295,8 +300,8 @@ void EntryEditor::applyTo(Entry& entry, const QVariantMap& values) {
     }
     entry.setValue(QStringLiteral("numberOfTracks"), tracks.isEmpty() ? QVariant() : QVariant(QString::number(tracks.size())));
     // The album's play time follows its tracks unless the user typed one in this edit.
-    const QString sum = MyController::totalDuration(tracks);
-    if (!sum.isEmpty() && values.value(QStringLiteral("duration")) == durationBefore)
+    const QString sum = TrackData::totalDuration(tracks);
+    if (!sum.isEmpty() && !values.contains(QStringLiteral("duration")))
       entry.setValue(QStringLiteral("duration"), sum);
   }
   entry.setValue(QStringLiteral("dateEdited"), QDateTime::currentDateTimeUtc());

@@ -43,8 +43,8 @@ class EntryEditor : public QDialog {
   void showResult(int step);
   QString textOf(const QString& identifier) const;
   QVariant editorValue(const QString& identifier) const;
-  // The values to store, read as their attributes' kinds; false with the problem when one
-  // cannot be read (letters in a date).
+  // The values to store, read as their attributes' kinds, of the fields the user changed (all of
+  // them for a new entry); false with the problem when one cannot be read (letters in a date).
   bool readValues(QVariantMap* values, QString* problem) const;
   bool addEntry(const QVariantMap& values);
   void applyTo(Entry& entry, const QVariantMap& values);
@@ -55,6 +55,7 @@ class EntryEditor : public QDialog {
   Entry* entry_;
   QHash<QString, QWidget*> editors_;
   QStringList identifiers_;
+  QHash<QString, QVariant> shown_;  // the editors' values as first shown for the entry
   TrackTable* tracks_;
   LinksTable* links_;
   std::vector<Link*> shownLinks_;  // the entry's links as the table was filled

@@ -4,6 +4,7 @@
 #include "FieldTypes.h"
 #include "MyController.h"
 #include "MyFieldsControllerShared.h"
+#include "StatusImage.h"
 
 #include <QColor>
 #include <QMimeData>
@@ -44,17 +45,17 @@ QVariant EntryTableModel::data(const QModelIndex& index, int role) const {
   const Entry* entry = entryAt(index.row());
   if (!entry || index.column() >= columns_.size()) return {};
   const QString& key = columns_[index.column()];
-  const bool status = key == QLatin1String("statusImage");
+  const bool status = key == StatusImage::key;
+  const QColor statusColour = status ? StatusImage::colour(entry->value(key).toLongLong()) : QColor();
   switch (role) {
     case Qt::DisplayRole:
       // The status column is a dot, coloured by status; its word is in the tool tip.
-      if (status) return entry->value(QStringLiteral("status")).toLongLong() ? QStringLiteral("\u25CF") : QString();
+      if (status) return statusColour.isValid() ? QStringLiteral("\u25CF") : QString();
       return controller_.fieldsController()->displayStringForValue(key, entry->value(key));
     case Qt::ToolTipRole:
       return controller_.fieldsController()->displayStringForValue(key, entry->value(key));
     case Qt::ForegroundRole:
-      if (!status) return {};
-      return QColor(entry->value(QStringLiteral("status")).toLongLong() == 1 ? QStringLiteral("#d9822b") : QStringLiteral("#3b7dd8"));
+      return statusColour.isValid() ? QVariant(statusColour) : QVariant();
     case Qt::TextAlignmentRole: {
       const int type = controller_.fieldsController()->columnType(key, true);
       const bool number = type == ColumnTypeNumber || type == ColumnTypeStoredNumber;
@@ -68,7 +69,7 @@ QVariant EntryTableModel::headerData(int section, Qt::Orientation orientation, i
   if (orientation != Qt::Horizontal || section >= columns_.size()) return {};
   if (role == Qt::DisplayRole) {
     // The status column is narrow: a dot says it all.
-    if (columns_[section] == QLatin1String("statusImage")) return QStringLiteral("\u25CF");
+    if (columns_[section] == StatusImage::key) return QStringLiteral("\u25CF");
     return controller_.fieldsController()->localizedColumnName(columns_[section]);
   }
   if (role == Qt::ToolTipRole) return controller_.fieldsController()->localizedColumnName(columns_[section]);
@@ -81,7 +82,7 @@ Qt::ItemFlags EntryTableModel::flags(const QModelIndex& index) const {
 
 void EntryTableModel::sort(int column, Qt::SortOrder order) {
   if (column < 0 || column >= columns_.size()) return;
-  const QString key = columns_[column] == QLatin1String("statusImage") ? QStringLiteral("status") : columns_[column];
+  const QString key = columns_[column] == StatusImage::key ? QStringLiteral("status") : columns_[column];
   Q_EMIT layoutAboutToBeChanged();
   controller_.entriesController().setSortKey(key, order == Qt::AscendingOrder);
   controller_.entriesController().rearrangeObjects();

@@ -1,6 +1,6 @@
 #include "TrackTable.h"
 
-#include "CollectionTotals.h"
+#include "TrackData.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -117,6 +117,6 @@ void TrackTable::move(int by) {
 
 void TrackTable::changed() {
   modified_ = true;
-  const QString total = CollectionTotals::totalDuration(tracks());
+  const QString total = TrackData::totalDuration(tracks());
   total_->setText(total.isEmpty() ? QString() : tr("Total %1").arg(total));
 }

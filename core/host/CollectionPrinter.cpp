@@ -1,6 +1,8 @@
 #include "CollectionPrinter.h"
 
+#include "Entry.h"
 #include "PrintPageFrame.h"
+#include "StatusImage.h"
 
 #include <algorithm>
 #include <numeric>
@@ -9,8 +11,9 @@ namespace {
 
 constexpr qreal bodyPoints = 9, headerPoints = 8;
 constexpr qreal paddingX = 5, paddingY = 3.5;
-// Narrower columns cannot show a word; the current view's narrow status column still prints one.
+// Narrower columns cannot show a word; the narrow status column still has its header's.
 constexpr qreal narrowestColumn = 42;
+constexpr qreal statusDot = 6;
 constexpr int bodyLines = 3, headerLines = 2;
 
 const QColor zebra{0xf3, 0xf5, 0xf7};
@@ -63,8 +66,13 @@ std::vector<CollectionPrinter::Row> CollectionPrinter::layOutRows(const std::vec
   }
   for (Entry* entry : entries) {
     Row row;
+    row.entry = entry;
     int lines = 1;
     for (size_t i = 0; i < columns_.size(); ++i) {
+      if (columns_[i].statusImage) {
+        row.cells.emplace_back();
+        continue;
+      }
       row.cells.push_back(frame_.fittedLines(cellText_(*entry, columns_[i].identifier), body,
                                              widths_[i] - frame_.pt(2 * paddingX), bodyLines));
       lines = qMax(lines, int(row.cells.back().size()));
@@ -120,6 +128,9 @@ void CollectionPrinter::paintRow(const Row& row, bool shaded, bool emptyNote) {
   for (size_t i = 0; i < row.cells.size(); ++i) {
     const qreal left = emptyNote ? 0 : lefts_[i], cellWidth = emptyNote ? width : widths_[i];
     const bool trailing = !emptyNote && columns_[i].trailing;
+    if (row.entry && columns_[i].statusImage)
+      StatusImage::paint(painter, QRectF(left, row.top, cellWidth, frame_.pt(2 * paddingY) + line),
+                         row.entry->value(StatusImage::key).toLongLong(), frame_.pt(statusDot));
     for (int l = 0; l < row.cells[i].size(); ++l)
       frame_.drawLine(QRectF(left + frame_.pt(paddingX), row.top + frame_.pt(paddingY) + l * line,
                              cellWidth - frame_.pt(2 * paddingX), line),

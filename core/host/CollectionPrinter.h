@@ -9,7 +9,8 @@ class Entry;
 class PrintPageFrame;
 
 // Prints entries as a table: one row per entry, a header row at the top of every page, light
-// zebra rows, each cell's text wrapped onto at most three lines within its column.
+// zebra rows, each cell's text wrapped onto at most three lines within its column, the status as
+// its dot.
 class CollectionPrinter {
  public:
   struct Column {
@@ -17,6 +18,7 @@ class CollectionPrinter {
     QString title;
     double fraction = 0;    // of the printable width
     bool trailing = false;  // numbers line up at the trailing edge
+    bool statusImage = false;  // the status dot instead of a text
   };
   using CellText = std::function<QString(Entry& entry, const QString& identifier)>;
   // Told after each page is painted; returning false stops the printing.
@@ -34,6 +36,7 @@ class CollectionPrinter {
     qreal height = 0;
     qreal top = 0;
     int page = 0;
+    Entry* entry = nullptr;  // none for the note of an empty table
   };
 
   void layOutColumns();

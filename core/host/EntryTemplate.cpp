@@ -1,6 +1,7 @@
 #include "EntryTemplate.h"
 
 #include "Entry.h"
+#include "Rating.h"
 #include "TextHelpers.h"
 
 #include <QDateTime>
@@ -158,10 +159,7 @@ bool EntryTemplate::render(QString& text, const Entry& entry, const Options& opt
 
 QString EntryTemplate::displayText(const Entry& entry, const QString& key, const Options& options) {
   if (key == coverImageKey) return options.coverImageAddress;
-  if (key == ratingStarsKey) {
-    const qint64 stars = std::clamp<qint64>(entry.value(QStringLiteral("myRating")).toLongLong(), 0, 5);
-    return stars == 0 ? QString() : QString(stars, QChar(0x2605)) + QString(5 - stars, QChar(0x2606));
-  }
+  if (key == ratingStarsKey) return Rating::stars(entry.value(QStringLiteral("myRating")).toLongLong());
   if (!isKey(key)) return {};
   const QVariant v = entry.value(key);
   switch (v.metaType().id()) {

@@ -6,6 +6,7 @@
 #include "MyFieldsControllerShared.h"
 #include "PrintPageFrame.h"
 #include "Settings.h"
+#include "StatusImage.h"
 #include "WindowSystem.h"
 
 #include <QDate>
@@ -60,7 +61,8 @@ std::vector<CollectionPrinter::Column> PrintController::columnsOfLayout(int inde
     const int at = schema.indexOf(identifier);
     const AttributeKind kind = at < 0 ? AttributeKind::Text : schema.attributes()[size_t(at)].kind;
     columns.push_back({identifier, fields ? fields->localizedColumnName(identifier) : identifier, width,
-                       kind == AttributeKind::NumberText || kind == AttributeKind::TimeText});
+                       kind == AttributeKind::NumberText || kind == AttributeKind::TimeText,
+                       identifier == StatusImage::key});
   };
   const QVariantMap layout = layouts_.value(index).toMap();
   if (layout.contains(layoutColumnsKey)) {

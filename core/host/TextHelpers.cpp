@@ -96,7 +96,7 @@ qint64 secondsAsTimeString(const QString& text) {
     return total;
 }
 
-double myFloatValue(const QString& text) {
+std::string decimalText(const QString& text) {
     const QChar* chars = text.constData();
     const qsizetype length = text.size();
 
@@ -105,7 +105,7 @@ double myFloatValue(const QString& text) {
         ++first;
     }
     if (first == length) {
-        return 0;
+        return {};
     }
     qsizetype start = first;
     if (start > 0 && chars[start - 1] == QLatin1Char('.')) {
@@ -177,26 +177,33 @@ double myFloatValue(const QString& text) {
 
     std::string ascii;
     ascii.reserve(size_t(end - start) + 2);
-    bool integerPartNonZero = false;
+    if (negative) {
+        ascii += '-';
+    }
     for (qsizetype i = start; i < end; ++i) {
         if (i == decimalAt) {
             ascii += '.';
         } else if (isAsciiDigit(chars[i])) {
             ascii += char(chars[i].unicode());
-            if (chars[i] != QLatin1Char('0') && (decimalAt < 0 || i < decimalAt)) {
-                integerPartNonZero = true;
-            }
         }
     }
-    if (ascii.empty() || ascii == ".") {
+    return ascii;
+}
+
+double myFloatValue(const QString& text) {
+    const std::string ascii = decimalText(text);
+    const bool negative = !ascii.empty() && ascii.front() == '-';
+    const char* digits = ascii.data() + (negative ? 1 : 0);
+    const char* end = ascii.data() + ascii.size();
+    if (digits == end) {
         return 0;
     }
 
     double value = 0;
-    const std::errc error =
-        std::from_chars(ascii.data(), ascii.data() + ascii.size(), value, std::chars_format::fixed)
-            .ec;
+    const std::errc error = std::from_chars(digits, end, value, std::chars_format::fixed).ec;
     if (error == std::errc::result_out_of_range) {
+        const bool integerPartNonZero =
+            std::any_of(digits, std::find(digits, end, '.'), [](char c) { return c != '0'; });
         // Too large saturates; too small (hundreds of leading zeros) is zero.
         value = integerPartNonZero ? std::numeric_limits<double>::max() : 0.0;
     } else if (error != std::errc()) {

@@ -3,7 +3,10 @@
 #include <QDateTime>
 #include <QString>
 #include <QStringList>
+#include <QtNumeric>
+#include <limits>
 #include <optional>
+#include <string>
 
 // Pure text, number, time and date conversions shared by every layer.
 namespace TextHelpers {
@@ -25,10 +28,23 @@ qint64 secondsAsTimeString(const QString& text);
 // Too large saturates at the largest double.
 double myFloatValue(const QString& text);
 
+// The number myFloatValue reads, exactly as written, in plain ASCII: "$1,299.00" -> "1299.00",
+// "-$3" -> "-3", "12,50" -> "12.50", ".5" -> ".5"; empty when the text holds no number.
+std::string decimalText(const QString& text);
+
 // The integer in a text, 0 when none: leading spaces skipped, optional sign, digits up to the
 // first non-digit: "12 tracks" -> 12, "2/3" -> 2, " -4" -> -4, "x" -> 0. Saturates instead of
 // overflowing.
 qint64 myIntValue(const QString& text);
+
+// a + b pinned at the ends of the range, for totals that must never wrap.
+inline qint64 saturatingAdd(qint64 a, qint64 b) {
+    qint64 sum;
+    if (!qAddOverflow(a, b, &sum)) {
+        return sum;
+    }
+    return b > 0 ? std::numeric_limits<qint64>::max() : std::numeric_limits<qint64>::min();
+}
 
 // The number with the locale's thousand separators and that many decimals ("#,##0",
 // "#,##0.00"), negative numbers with the minus sign U+2212 rather than a hyphen.

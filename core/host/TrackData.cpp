@@ -3,14 +3,14 @@
 #include "Platform.h"
 #include "TextHelpers.h"
 
-QString TrackData::calculateTotalDuration() const {
+QString TrackData::totalDuration(const QVariantList& tracks) {
   qint64 seconds = 0;
   bool any = false;
-  for (const QVariant& t : tracks_) {
+  for (const QVariant& t : tracks) {
     const QString duration = t.toMap().value(QStringLiteral("duration")).toString();
     if (duration.isEmpty()) continue;
     any = true;
-    seconds += TextHelpers::secondsAsTimeString(duration);
+    seconds = TextHelpers::saturatingAdd(seconds, TextHelpers::secondsAsTimeString(duration));
   }
   return any ? TextHelpers::timeStringWithSeconds(seconds) : QString();
 }

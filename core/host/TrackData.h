@@ -17,7 +17,10 @@ class TrackData {
   QVariantList tracks() const { return tracks_; }
   void setTracks(const QVariantList& tracks) { tracks_ = tracks; }
   // Every track's "duration" summed, as a time text; empty when no track has one.
-  QString calculateTotalDuration() const;
+  QString calculateTotalDuration() const { return totalDuration(tracks_); }
+  // The same for any track dictionaries. Times are read as a person types them, so "1:02:03" is
+  // an hour; the sum saturates rather than overflow.
+  static QString totalDuration(const QVariantList& tracks);
   // Gives track k the k-th duration, adding tracks that have only a duration when there are more
   // durations than tracks.
   void setDurationCD(const QStringList& durations);

@@ -58,9 +58,10 @@ TEST_F(CliTest, AddListEditDeleteRoundTrip) {
   Outcome again = discary({"--button", "2", "add", "title=Mingus Ah Um", "artist=Charles Mingus"});
   EXPECT_EQ(again.status, 0);
 
-  Outcome edited = discary({"--json", "edit", QString::number(uid), "label=Columbia", "price="});
+  Outcome edited = discary({"--json", "edit", QString::number(uid), "label=Columbia", "price=", "myRating=9"});
   ASSERT_EQ(edited.status, 0) << edited.err.constData();
   EXPECT_EQ(edited.json().toObject()["label"].toString(), "Columbia");
+  EXPECT_EQ(edited.json().toObject()["myRating"].toInteger(), 9);  // out of 10, stored as given
   EXPECT_FALSE(edited.json().toObject().contains("price"));
 
   Outcome listed = discary({"--json", "list", "--collection", "Bass"});
@@ -69,9 +70,10 @@ TEST_F(CliTest, AddListEditDeleteRoundTrip) {
   EXPECT_EQ(listed.json().toArray()[0].toObject()["label"].toString(), "Columbia");
   // Listing reads the saved rows, not the loaded objects: the two must print alike.
   EXPECT_EQ(listed.json().toArray()[0].toObject()["tracks"], entry["tracks"]);
-  Outcome table = discary({"list", "--columns", "title,label"});
+  Outcome table = discary({"list", "--columns", "title,label,myRating"});
   EXPECT_TRUE(table.out.contains("Mingus Ah Um")) << table.out.constData();
   EXPECT_TRUE(table.out.contains("Columbia"));
+  EXPECT_TRUE(table.out.contains("★★★★½")) << table.out.constData();
 
   Outcome collections = discary({"--json", "collections"});
   EXPECT_EQ(collections.json().toArray().last().toObject()["count"].toInt(), 1);
@@ -92,6 +94,13 @@ TEST_F(CliTest, TotalsOfTheListOrOfASelection) {
   EXPECT_EQ(discary({"settings", "set", "Bottom Fields", "[false,false,false,true,false,false,true]"}).status, 0);
   QJsonObject two = discary({"--json", "totals", "--select", "A,B"}).json().toObject();
   EXPECT_EQ(two["footer"].toString(), QString("3 Albums | 2 Discs | Spent: ") + QChar(0x2212) + "2.00");
+  // Huge values neither overflow nor print "inf".
+  ASSERT_EQ(discary({"add", "title=D", "paid=" + QString(400, '9'), "discs=9223372036854775807"}).status, 0);
+  ASSERT_EQ(discary({"add", "title=E", "discs=9223372036854775807"}).status, 0);
+  const QJsonObject huge = discary({"--json", "totals"}).json().toObject()["totals"].toObject();
+  EXPECT_EQ(huge["totalDiscs"].toString(), "9,223,372,036,854,775,807");
+  EXPECT_TRUE(huge["totalPaid"].toString().startsWith("170,141,183,460,469,231,731,687,303,715,8"))
+      << qPrintable(huge["totalPaid"].toString());
   EXPECT_EQ(discary({"totals", "--select", "nosuch"}).status, 1);
   EXPECT_EQ(discary({"totals", "--collection", "nosuch"}).status, 1);
 }

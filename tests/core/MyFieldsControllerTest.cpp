@@ -299,7 +299,8 @@ TEST_F(MyFieldsControllerTest, ValuesShowAsPeopleReadThem) {
   settings.setObject("releaseDateFormat", "MMMM yyyy");
   EXPECT_EQ(shown("releaseDate", QDateTime(QDate(1959, 12, 31), QTime(23, 30), Qt::OffsetFromUTC, -3600)), "January 1960");
 
-  EXPECT_EQ(shown("myRating", qint64(3)), "\u2605\u2605\u2605\u2606\u2606");
+  EXPECT_EQ(shown("myRating", qint64(3)), "\u2605\u00BD\u2606\u2606\u2606");  // out of ten
+  EXPECT_EQ(shown("myRating", qint64(9)), "\u2605\u2605\u2605\u2605\u00BD");
   EXPECT_EQ(shown("myRating", qint64(99)), "\u2605\u2605\u2605\u2605\u2605");
   EXPECT_EQ(shown("myRating", qint64(0)), "");
   EXPECT_EQ(shown("myRating", qint64(-4)), "");

@@ -5,6 +5,8 @@
 #include "MyController.h"
 #include "Settings.h"
 #include "Store.h"
+#include "TextHelpers.h"
+#include "TrackData.h"
 
 #include <QLocale>
 #include <QTemporaryDir>
@@ -61,6 +63,20 @@ TEST_F(CollectionTotalsTest, CountsDiscsMoneyAndStatus) {
   EXPECT_EQ(everything()["totalBorrowed"], "1");
 }
 
+TEST_F(CollectionTotalsTest, SumsAreExactAndStopAtTheEndsOfTheirRange) {
+  const QString largestCount = "9223372036854775807";
+  add({{"title", "a"}, {"price", "16777217"}, {"paid", QString(400, '9')}, {"discs", largestCount},
+       {"duration", "99999999999999999999:00"}});
+  add({{"title", "b"}, {"price", "0.1"}, {"paid", "1e308"}, {"discs", largestCount}, {"duration", "99999999999999999999:00"}});
+  add({{"title", "c"}, {"price", "0.2"}, {"discs", "2147483647"}});
+  add({{"title", "d"}, {"price", "0.005"}});
+  const QVariantMap t = everything();
+  EXPECT_EQ(t["totalPrice"], "16,777,217.31");  // a float sum says 16,777,216.00
+  EXPECT_EQ(t["totalPaid"], "170,141,183,460,469,231,731,687,303,715,884.11");  // the largest amount
+  EXPECT_EQ(t["totalDiscs"], "9,223,372,036,854,775,807");
+  EXPECT_EQ(t["totalDuration"], "106,751,991,167,300.64 Days");
+}
+
 TEST_F(CollectionTotalsTest, PlayTimeInDaysHoursOrThePreviousTotal) {
   for (int i = 0; i < 96; ++i) add({{"title", QString::number(i)}, {"duration", "45:00"}});
   EXPECT_EQ(everything()["totalDuration"], "3.00 Days");
@@ -103,6 +119,11 @@ TEST_F(CollectionTotalsTest, TrackPlayTimeReadsOnlyTheFirstColon) {
   EXPECT_EQ(MyController::totalDuration({QVariantMap{{"duration", "1:02:03"}}, QVariantMap{{"duration", "58"}}}), "2:00");
   EXPECT_TRUE(MyController::totalDuration({QVariantMap{{"duration", ""}}, QVariantMap{}}).isNull());
   EXPECT_TRUE(MyController::totalDuration({}).isNull());
+  // Times a person typed are read whole, and their sum stops at the largest time.
+  EXPECT_EQ(TrackData::totalDuration({QVariantMap{{"duration", "1:02:03"}}, QVariantMap{{"duration", "0:58"}}}), "63:01");
+  const QVariantMap endless{{"duration", QString(30, '9')}};
+  EXPECT_EQ(TrackData::totalDuration({endless, endless}),
+            TextHelpers::timeStringWithSeconds(std::numeric_limits<qint64>::max()));
 }
 
 }  // namespace

@@ -12,9 +12,12 @@
 #include "QtWindowSystem.h"
 #include "Settings.h"
 #include "SingleInstance.h"
+#include "StatusImage.h"
+#include "Store.h"
 #include "TrackTable.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -174,6 +177,74 @@ TEST_F(MainWindowTest, AddAndEditThroughThePanel) {
 
   window.reloadAll();
   EXPECT_TRUE(window.footer()->text().startsWith("4 Albums")) << window.footer()->text().toStdString();
+}
+
+TEST_F(MainWindowTest, RatingsShowAsStarsOutOfTenAndTheEditorKeepsWhatWasNotTouched) {
+  const QDateTime bought(QDate(1999, 3, 4), QTime(10, 11, 12, 345), Qt::UTC);
+  Entry* rated = add({{"title", " Giant Steps "}, {"artist", "John Coltrane"}, {"myRating", 9}, {"status", 3},
+                      {"purchasedOn", bought}});
+  ASSERT_TRUE(controller->saveManagedObjectContext());
+  MainWindow window(*controller, windowSystem);
+  EntryTableModel& list = *window.listModel();
+  const int row = list.rowOf(rated);
+  EXPECT_EQ(list.data(list.index(row, int(list.columns().indexOf("myRating"))), Qt::DisplayRole).toString(), "★★★★½");
+  window.listView()->selectRow(row);
+  EXPECT_TRUE(window.pageView()->toPlainText().contains("★★★★½"));
+
+  EntryEditor untouched(*controller, rated, &window);
+  EXPECT_EQ(qobject_cast<QComboBox*>(untouched.editorFor("myRating"))->currentText(), "★★★★½");
+  untouched.setFieldText("comments", "first pressing");
+  untouched.accept();
+  Store stored;
+  ASSERT_TRUE(stored.open(dir.filePath("Discary.sqlite")).ok());
+  const Entry* saved = stored.entryWithUID(rated->uid());
+  ASSERT_NE(saved, nullptr);
+  EXPECT_EQ(saved->stringValue("comments"), "first pressing");
+  EXPECT_EQ(saved->value("myRating").toLongLong(), 9);
+  EXPECT_EQ(saved->value("status").toLongLong(), 3);  // in the collection, though not 0
+  EXPECT_EQ(saved->stringValue("title"), " Giant Steps ");
+  EXPECT_EQ(saved->value("purchasedOn").toDateTime(), bought);
+
+  EntryEditor rating(*controller, rated, &window);
+  rating.setFieldText("myRating", "7");
+  rating.accept();
+  EXPECT_EQ(rated->value("myRating").toLongLong(), 7);
+}
+
+TEST_F(MainWindowTest, TrackTimesTypedInTheEditorAddUpAsTimes) {
+  MainWindow window(*controller, windowSystem);
+  Entry* album = controller->managedObjectContext().entries().front();
+  EntryEditor editing(*controller, album, &window);
+  editing.trackTable()->setTracks({QVariantMap{{"name", "So What"}, {"duration", "1:02:03"}},
+                                   QVariantMap{{"name", "Freddie Freeloader"}, {"duration", "0:58"}}});
+  editing.trackTable()->table()->item(1, 0)->setText("Freddie Freeloader (take 2)");
+  EXPECT_EQ(editing.trackTable()->findChild<QLabel*>()->text(), "Total 63:01");
+  editing.accept();
+  EXPECT_EQ(album->stringValue("duration"), "63:01");
+}
+
+TEST_F(MainWindowTest, TheStatusColumnHasADotOfItsOwnColourForLentOutAndWanted) {
+  add({{"title", "Wish"}, {"status", 2}});
+  add({{"title", "Owned"}, {"status", 3}});
+  MainWindow window(*controller, windowSystem);
+  EntryTableModel& list = *window.listModel();
+  const int column = int(list.columns().indexOf("statusImage"));
+  ASSERT_GE(column, 0);
+  QHash<QString, QString> dots;
+  QHash<QString, QVariant> colours;
+  for (int row = 0; row < list.rowCount(); ++row) {
+    const QModelIndex cell = list.index(row, column);
+    dots.insert(list.entryAt(row)->stringValue("title"), list.data(cell, Qt::DisplayRole).toString());
+    colours.insert(list.entryAt(row)->stringValue("title"), list.data(cell, Qt::ForegroundRole));
+  }
+  EXPECT_EQ(dots["Blue Train"], "\u25CF");
+  EXPECT_EQ(dots["Wish"], "\u25CF");
+  EXPECT_EQ(dots["Owned"], "");
+  EXPECT_EQ(dots["Abbey Road"], "");
+  EXPECT_EQ(colours["Blue Train"].value<QColor>(), StatusImage::colour(1));
+  EXPECT_EQ(colours["Wish"].value<QColor>(), StatusImage::colour(2));
+  EXPECT_NE(StatusImage::colour(1), StatusImage::colour(2));
+  EXPECT_FALSE(colours["Owned"].isValid());
 }
 
 TEST_F(MainWindowTest, PrintsTheShownCollectionToPdf) {

@@ -19,29 +19,29 @@ namespace {
 
 struct Album {
   const char *title, *artist, *genre, *label;
-  int year, rating, status;
+  int year, rating, status;  // rating out of 10
   const char *price, *duration;
 };
 
 const Album albums[] = {
-    {"Kind of Blue", "Miles Davis", "Jazz", "Columbia", 1959, 5, 0, "9.99", "45:44"},
-    {"A Love Supreme", "John Coltrane", "Jazz", "Impulse!", 1965, 5, 0, "11.49", "33:02"},
-    {"Mingus Ah Um", "Charles Mingus", "Jazz", "Columbia", 1959, 4, 1, "8.99", "45:48"},
-    {"Abbey Road", "The Beatles", "Rock", "Apple", 1969, 5, 0, "12.99", "47:03"},
-    {"Blue", "Joni Mitchell", "Folk", "Reprise", 1971, 5, 0, "10.49", "35:41"},
-    {"Pet Sounds", "The Beach Boys", "Pop", "Capitol", 1966, 4, 0, "9.49", "35:57"},
-    {"What's Going On", "Marvin Gaye", "Soul", "Tamla", 1971, 5, 0, "10.99", "35:37"},
-    {"Goldberg Variations", "Glenn Gould", "Classical", "Columbia Masterworks", 1955, 5, 0, "14.99", "38:34"},
-    {"Horses", "Patti Smith", "Rock", "Arista", 1975, 4, 2, "", "43:10"},
-    {"Blue Train", "John Coltrane", "Jazz", "Blue Note", 1957, 4, 0, "9.99", "42:18"},
-    {"Songs in the Key of Life", "Stevie Wonder", "Soul", "Tamla", 1976, 5, 0, "16.99", "104:41"},
-    {"Remain in Light", "Talking Heads", "Rock", "Sire", 1980, 4, 1, "10.99", "40:08"},
-    {"The Köln Concert", "Keith Jarrett", "Jazz", "ECM", 1975, 5, 0, "13.49", "66:05"},
-    {"Music for 18 Musicians", "Steve Reich", "Classical", "ECM", 1978, 4, 0, "15.99", "56:31"},
-    {"Hounds of Love", "Kate Bush", "Pop", "EMI", 1985, 5, 0, "11.99", "47:34"},
-    {"Blonde on Blonde", "Bob Dylan", "Folk", "Columbia", 1966, 4, 2, "", "72:57"},
-    {"Moanin'", "Art Blakey", "Jazz", "Blue Note", 1958, 4, 0, "8.49", "39:45"},
-    {"Head Hunters", "Herbie Hancock", "Jazz", "Columbia", 1973, 4, 0, "9.99", "41:52"},
+    {"Kind of Blue", "Miles Davis", "Jazz", "Columbia", 1959, 10, 0, "9.99", "45:44"},
+    {"A Love Supreme", "John Coltrane", "Jazz", "Impulse!", 1965, 10, 0, "11.49", "33:02"},
+    {"Mingus Ah Um", "Charles Mingus", "Jazz", "Columbia", 1959, 8, 1, "8.99", "45:48"},
+    {"Abbey Road", "The Beatles", "Rock", "Apple", 1969, 10, 0, "12.99", "47:03"},
+    {"Blue", "Joni Mitchell", "Folk", "Reprise", 1971, 10, 0, "10.49", "35:41"},
+    {"Pet Sounds", "The Beach Boys", "Pop", "Capitol", 1966, 8, 0, "9.49", "35:57"},
+    {"What's Going On", "Marvin Gaye", "Soul", "Tamla", 1971, 10, 0, "10.99", "35:37"},
+    {"Goldberg Variations", "Glenn Gould", "Classical", "Columbia Masterworks", 1955, 10, 0, "14.99", "38:34"},
+    {"Horses", "Patti Smith", "Rock", "Arista", 1975, 8, 2, "", "43:10"},
+    {"Blue Train", "John Coltrane", "Jazz", "Blue Note", 1957, 9, 0, "9.99", "42:18"},
+    {"Songs in the Key of Life", "Stevie Wonder", "Soul", "Tamla", 1976, 10, 0, "16.99", "104:41"},
+    {"Remain in Light", "Talking Heads", "Rock", "Sire", 1980, 8, 1, "10.99", "40:08"},
+    {"The Köln Concert", "Keith Jarrett", "Jazz", "ECM", 1975, 10, 0, "13.49", "66:05"},
+    {"Music for 18 Musicians", "Steve Reich", "Classical", "ECM", 1978, 8, 0, "15.99", "56:31"},
+    {"Hounds of Love", "Kate Bush", "Pop", "EMI", 1985, 10, 0, "11.99", "47:34"},
+    {"Blonde on Blonde", "Bob Dylan", "Folk", "Columbia", 1966, 8, 2, "", "72:57"},
+    {"Moanin'", "Art Blakey", "Jazz", "Blue Note", 1958, 8, 0, "8.49", "39:45"},
+    {"Head Hunters", "Herbie Hancock", "Jazz", "Columbia", 1973, 8, 0, "9.99", "41:52"},
 };
 
 void drawCover(const QString& path, const Album& album, int seed) {

@@ -48,14 +48,18 @@ class EntryTemplateTest : public ::testing::Test {
 TEST_F(EntryTemplateTest, FieldsPrintByTheirKind) {
   EXPECT_EQ(render("[title] by [artist], [releaseDate]; bought [purchasedOn]; uid [uid]"),
             "Kind of Blue by Miles Davis, 1959; bought 4 March 1999; uid 42");
-  EXPECT_EQ(render("[myRating]/5 [myRatingStars] [customCheckbox1]|[customCheckbox2]|[status]|[comments]|"),
-            "4/5 ★★★★☆ Yes||||");
+  EXPECT_EQ(render("[myRating]/10 [myRatingStars] [customCheckbox1]|[customCheckbox2]|[status]|[comments]|"),
+            "4/10 ★★☆☆☆ Yes||||");
   releaseDateFormat = "d MMM yyyy";
   EXPECT_EQ(render("[releaseDate]"), "17 Aug 1959");
   releaseDateFormat.clear();
   EXPECT_EQ(render("[releaseDate]"), "1959");
-  entry.setValue("myRating", 9);
-  EXPECT_EQ(render("[myRatingStars]"), "★★★★★");
+  // Ten points are five stars, an odd one a half; past the scale shows its end.
+  for (const auto& [rating, stars] : {std::pair{9, "★★★★½"}, std::pair{1, "½☆☆☆☆"}, std::pair{10, "★★★★★"},
+                                     std::pair{15, "★★★★★"}, std::pair{-3, ""}}) {
+    entry.setValue("myRating", rating);
+    EXPECT_EQ(render("[myRatingStars]"), QString::fromUtf8(stars)) << rating;
+  }
   cover = "file:///data/Covers/42.jpg";
   EXPECT_EQ(render("IF_coverImage<img src=\"[coverImage]\">END_coverImage"), "<img src=\"file:///data/Covers/42.jpg\">");
 }

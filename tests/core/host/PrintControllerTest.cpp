@@ -4,12 +4,15 @@
 #include "MyController.h"
 #include "PrintController.h"
 #include "Settings.h"
+#include "StatusImage.h"
 
 #include <QDir>
 #include <QFile>
 #include <QImage>
 #include <QLocale>
 #include <QRegularExpression>
+#include <QSet>
+#include <QtEndian>
 #include <QStringEncoder>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -22,6 +25,27 @@ int pagesIn(const QByteArray& pdf) {
   int count = 0;
   for (auto it = page.globalMatch(QString::fromLatin1(pdf)); it.hasNext(); it.next()) ++count;
   return count;
+}
+
+// The colours a PDF's pages fill shapes and text with ("r g b scn"), read from its deflated
+// content streams.
+QSet<QRgb> fillColours(const QByteArray& pdf) {
+  static const QRegularExpression fill(QStringLiteral("([\\d.]+) ([\\d.]+) ([\\d.]+) scn"));
+  QSet<QRgb> colours;
+  for (qsizetype at = pdf.indexOf("stream\n"); at >= 0; at = pdf.indexOf("stream\n", at)) {
+    const qsizetype start = at + 7, end = pdf.indexOf("endstream", start);
+    if (end < 0) break;
+    QByteArray deflated(4, '\0');  // qUncompress reads the expected size first
+    qToBigEndian(quint32((end - start) * 64), deflated.data());
+    deflated += pdf.mid(start, end - start);
+    const QString content = QString::fromLatin1(qUncompress(deflated));
+    for (auto it = fill.globalMatch(content); it.hasNext();) {
+      const auto m = it.next();
+      colours.insert(QColor::fromRgbF(m.captured(1).toFloat(), m.captured(2).toFloat(), m.captured(3).toFloat()).rgb());
+    }
+    at = end + 9;
+  }
+  return colours;
 }
 
 class PrintControllerTest : public ::testing::Test {
@@ -136,6 +160,18 @@ TEST_F(PrintControllerTest, HostileValuesAndBrokenCoversPrintInEveryLayout) {
   settings.setObject("Print Cover Height", "100");
   EXPECT_EQ(pagesIn(printCovers()), 1);
   EXPECT_TRUE(windowSystem.alerts.isEmpty());
+}
+
+TEST_F(PrintControllerTest, TheStatusColumnPrintsItsDot) {
+  add("Lent")->setPrimitiveValue("status", qint64(1));
+  add("Owned")->setPrimitiveValue("status", qint64(3));
+  const QByteArray owned = printLayout(4);  // Custom: the list's columns, the status first
+  ASSERT_TRUE(owned.startsWith("%PDF")) << qPrintable(panel().lastError());
+  const QSet<QRgb> ownedFills = fillColours(owned);
+  EXPECT_TRUE(ownedFills.contains(StatusImage::colour(1).rgb()));
+  EXPECT_FALSE(ownedFills.contains(StatusImage::colour(2).rgb()));
+  add("Wanted")->setPrimitiveValue("status", qint64(2));
+  EXPECT_TRUE(fillColours(printLayout(4)).contains(StatusImage::colour(2).rgb()));
 }
 
 TEST_F(PrintControllerTest, FailuresAreToldAndLeaveNoFile) {

@@ -91,6 +91,11 @@ TEST(TextHelpersNumbers, ReadsMoneyAndDecimalText) {
         EXPECT_DOUBLE_EQ(myFloatValue(QString::fromUtf8(c.text)), c.value) << c.text;
     }
     EXPECT_FALSE(std::signbit(myFloatValue(QStringLiteral("-0.00"))));
+    // The same number as written, for sums that must be exact.
+    EXPECT_EQ(decimalText(QStringLiteral("-$1,299.00")), "-1299.00");
+    EXPECT_EQ(decimalText(QStringLiteral("12,50 \u20AC")), "12.50");
+    EXPECT_EQ(decimalText(QStringLiteral("costs .5")), ".5");
+    EXPECT_EQ(decimalText(QStringLiteral("abc")), "");
 }
 
 TEST(TextHelpersNumbers, ReadsLeadingIntegers) {
