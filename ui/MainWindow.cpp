@@ -157,8 +157,9 @@ void MainWindow::buildMenus() {
   // With the entry page focused this prints the page; otherwise the collection, in a layout.
   action(file, tr("&Print…"), QKeySequence::Print, [this] { controller_.printCollection(); });
   file->addSeparator();
-  action(file, tr("&Preferences…"), QKeySequence::Preferences, &MainWindow::showPreferences)
-      ->setMenuRole(QAction::PreferencesRole);
+  QAction* preferences = action(file, tr("&Preferences…"), QKeySequence::Preferences, &MainWindow::showPreferences);
+  preferences->setMenuRole(QAction::PreferencesRole);
+  preferences->setObjectName(QStringLiteral("preferences"));
   file->addSeparator();
   action(file, tr("&Quit"), QKeySequence::Quit, &QWidget::close);
 

@@ -86,6 +86,16 @@ PreferencesDialog::PreferencesDialog(MyController& controller, QWidget* parent)
   cddbServer_ = new QLineEdit(settings.stringForKey(SettingsKeys::cddbServer));
   cddbServer_->setPlaceholderText(SettingsKeys::defaultCddbServer);
   online->addRow(tr("CDDB server (host[:port]):"), cddbServer_);
+  // The disc workflow's switches, each named after its setting; all off until the user turns them on.
+  for (const auto& [key, text] : {std::pair{SettingsKeys::scanCD, tr("Look up an audio CD as soon as it is mounted")},
+                                  std::pair{SettingsKeys::ejectCD, tr("Eject the disc after the lookup")},
+                                  std::pair{SettingsKeys::firstResultAdd, tr("Add the only match at once")}}) {
+    auto* box = new QCheckBox(text);
+    box->setObjectName(key);
+    box->setChecked(settings.boolForKey(key));
+    discSwitches_ << box;
+    online->addRow(box);
+  }
 
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
   connect(buttons, &QDialogButtonBox::accepted, this, &PreferencesDialog::accept);
@@ -116,6 +126,7 @@ void PreferencesDialog::accept() {
   for (auto [key, edit] : {std::pair{QStringLiteral("Print Cover Width"), coverWidth_},
                            std::pair{QStringLiteral("Print Cover Height"), coverHeight_}})
     if (!edit->text().trimmed().isEmpty()) store(key, edit->text().trimmed());
+  for (QCheckBox* box : discSwitches_) store(box->objectName(), box->isChecked());
   const QString server = cddbServer_->text().trimmed();
   if (server.isEmpty()) settings.removeObject(SettingsKeys::cddbServer);
   else store(SettingsKeys::cddbServer, server);

@@ -32,8 +32,20 @@ class MyControllerTest : public ::testing::Test {
 
 TEST_F(MyControllerTest, RegistersTheDefaults) {
   auto controller = launch();
-  const QVariantMap defaults = settings.registeredDefaults();
-  EXPECT_EQ(defaults.size(), 16);  // nine, and seven of the disc lookup
+  EXPECT_EQ(MyController::registeredDefaults().keys(),
+            (QStringList{"BezelDisplayTime", "Bottom Fields", "CellSize", "Cover Background", "Cover Border",
+                         "DefaultColumns", "InfoTemplate", "Refresh Itunes Auto", "releaseDateFormat"}));
+  // The program's own settings come from their own table; a mounted volume is never looked up unasked.
+  const QVariantMap own = MyController::ownDefaults();
+  EXPECT_EQ(own.keys(), (QStringList{"CDDB Hello Host", "CDDB Hello User", "CDDB Server", "CDDB Timeout",
+                                     "First Result Add", "ejectCD", "scanCD"}));
+  EXPECT_EQ(settings.registeredDefaults().size(), 9 + own.size());
+  EXPECT_FALSE(settings.boolForKey("scanCD"));
+  EXPECT_FALSE(settings.boolForKey("ejectCD"));
+  EXPECT_FALSE(settings.boolForKey("First Result Add"));
+  EXPECT_EQ(settings.floatForKey("CDDB Timeout"), 30.0);
+  EXPECT_EQ(settings.stringForKey("CDDB Hello User"), "discary");
+  EXPECT_EQ(settings.stringForKey("CDDB Hello Host"), "localhost");
   EXPECT_EQ(settings.stringForKey("InfoTemplate"), "Collection.html");
   EXPECT_EQ(settings.stringForKey("releaseDateFormat"), "yyyy");
   EXPECT_TRUE(settings.boolForKey("Cover Border"));
