@@ -11,6 +11,7 @@
 #include "LibraryImportDialog.h"
 #include "MyController.h"
 #include "MyFieldsControllerShared.h"
+#include "PageView.h"
 #include "PreferencesDialog.h"
 #include "QtWindowSystem.h"
 #include "Settings.h"
@@ -66,7 +67,7 @@ MainWindow::MainWindow(MyController& controller, QtWindowSystem& windowSystem)
 
   collections_ = new CollectionsPanel(controller_, this);
   collections_->setObjectName(QStringLiteral("collections"));
-  page_ = new QTextBrowser(this);
+  page_ = new PageView(controller_.preferencesStandard(), this);
   page_->setObjectName(QStringLiteral("page"));
   page_->setOpenLinks(false);
   page_->setFocusPolicy(Qt::StrongFocus);
@@ -318,6 +319,8 @@ void MainWindow::selectionChanged() {
   showEntryPage(selected.size() == 1 ? selected.front() : nullptr);
 }
 
+QTextBrowser* MainWindow::pageView() const { return page_; }
+
 void MainWindow::showEntryPage(Entry* entry) {
   if (!entry) {
     page_->clear();
@@ -326,6 +329,7 @@ void MainWindow::showEntryPage(Entry* entry) {
   QString html = controller_.templateText(controller_.preferencesStandard().stringForKey(SettingsKeys::infoTemplate));
   controller_.replaceKeysInTemplate(html, *entry, true, true);
   page_->setSearchPaths({controller_.dataFolderPath()});
+  page_->setDataFolder(controller_.dataFolderPath());
   page_->setHtml(html);
 }
 

@@ -1,5 +1,6 @@
 #include "PreferencesDialog.h"
 
+#include "CoverCell.h"
 #include "MyController.h"
 #include "Settings.h"
 #include "SettingsKeys.h"
@@ -62,18 +63,24 @@ PreferencesDialog::PreferencesDialog(MyController& controller, QWidget* parent)
     bottomFields_ << box;
     list->addRow(i == 0 ? tr("Footer shows:") : QString(), box);
   }
-  cellSize_ = new QSpinBox;
-  cellSize_->setRange(40, 400);
-  cellSize_->setValue(int(settings.integerForKey(SettingsKeys::cellSize)));
-  list->addRow(tr("Cover cell size:"), cellSize_);
 
+  // How the entry page shows covers: see CoverCell.
   QFormLayout* covers = page(tr("Covers and Printing"));
+  cellSize_ = new QSpinBox;
+  cellSize_->setObjectName(SettingsKeys::cellSize);
+  cellSize_->setRange(CoverCell::minimumSize, CoverCell::maximumSize);
+  cellSize_->setSuffix(tr(" px"));
+  cellSize_->setValue(int(settings.integerForKey(SettingsKeys::cellSize)));
+  covers->addRow(tr("Cover cell size:"), cellSize_);
   coverBorder_ = new QCheckBox(tr("Draw a border around covers"));
+  coverBorder_->setObjectName(SettingsKeys::coverBorder);
   coverBorder_->setChecked(settings.boolForKey(SettingsKeys::coverBorder));
   covers->addRow(coverBorder_);
   coverBackground_ = new QDoubleSpinBox;
+  coverBackground_->setObjectName(SettingsKeys::coverBackground);
   coverBackground_->setRange(0, 1);
   coverBackground_->setSingleStep(0.1);
+  coverBackground_->setToolTip(tr("The grey behind covers: 0 is black, 1 white"));
   coverBackground_->setValue(settings.floatForKey(SettingsKeys::coverBackground));
   covers->addRow(tr("Cover background brightness:"), coverBackground_);
   coverWidth_ = new QLineEdit(settings.stringForKey(QStringLiteral("Print Cover Width")));
