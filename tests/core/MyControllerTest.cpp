@@ -123,6 +123,15 @@ TEST_F(MyControllerTest, SearchTypesAutofillAndCollectionNaming) {
   controller->addValuesToAutofillForEntry(*e);
   EXPECT_EQ(controller->comboBoxData().valuesForField("genre"), QStringList{"Jazz"});
   EXPECT_TRUE(controller->comboBoxData().valuesForField("composer").isEmpty());
+  // The four are the product's; the pull-downs and the borrower are fed by the framework.
+  e->setValue("purchasedAt", "Amoeba");
+  e->setValue("borrowedBy", "Ann");
+  controller->addValuesToAutofillForEntry(*e);
+  EXPECT_TRUE(controller->comboBoxData().valuesForField("purchasedAt").isEmpty());
+  controller->addEntryToAutofill(*e);
+  EXPECT_EQ(controller->comboBoxData().valuesForField("purchasedAt"), QStringList{"Amoeba"});
+  EXPECT_EQ(controller->comboBoxData().valuesForField("borrowedBy"), QStringList{"Ann"});
+  EXPECT_TRUE(controller->comboBoxData().valuesForField("composer").isEmpty());
   EXPECT_EQ(controller->commonAttributesForNamingNewCollection(),
             (QStringList{"artist", "label", "composer", "conductor", "purchasedAt", "borrowedBy", "arrangedBy",
                          "producer", "mixedBy", "awards", "genre"}));

@@ -18,6 +18,8 @@
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
+#include <QCompleter>
 #include <QDoubleSpinBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -27,6 +29,7 @@
 #include <QSpinBox>
 #include <QTableView>
 #include <QTableWidget>
+#include <QStringListModel>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextBlock>
@@ -320,6 +323,47 @@ TEST_F(MainWindowTest, TheEntryPageShowsItsCoverAsTheCoverPreferencesSay) {
   cover = shownCover(window);
   EXPECT_EQ(cover.size(), QSize(400, 400));
   EXPECT_GT(qRed(cover.pixel(200, 200)), 240);
+}
+
+}  // namespace
+
+namespace {
+
+QStringList pullDown(QWidget* editor) {
+  QStringList items;
+  if (auto* combo = qobject_cast<QComboBox*>(editor))
+    for (int i = 0; i < combo->count(); ++i) items << combo->itemText(i);
+  return items;
+}
+
+QStringList suggestions(QWidget* editor) {
+  auto* line = qobject_cast<QLineEdit*>(editor);
+  auto* model = line && line->completer() ? qobject_cast<QStringListModel*>(line->completer()->model()) : nullptr;
+  return model ? model->stringList() : QStringList();
+}
+
+TEST_F(MainWindowTest, ThePanelsPullDownsOfferTheValuesAlreadyUsed) {
+  settings.setObject("Fields On", QStringList{"custom1"});
+  add({{"title", "Monk's Music"}, {"format", "LP"}, {"purchasedAt", "Rough Trade"}, {"location", "Shelf 2"},
+       {"custom1", "Signed"}, {"borrowedBy", "Ann"}, {"status", 1}});
+  MainWindow window(*controller, windowSystem);
+  EntryEditor adding(*controller, nullptr, &window);
+  EXPECT_TRUE(pullDown(adding.editorFor("format")).contains("LP"));
+  EXPECT_TRUE(pullDown(adding.editorFor("location")).contains("Shelf 2"));
+  EXPECT_TRUE(pullDown(adding.editorFor("custom1")).contains("Signed"));
+  EXPECT_EQ(pullDown(adding.editorFor("artist")), (QStringList{"", "John Coltrane", "Miles Davis", "The Beatles"}));
+  EXPECT_EQ(pullDown(adding.editorFor("purchasedAt")), (QStringList{"", "Rough Trade"}));
+  EXPECT_EQ(suggestions(adding.editorFor("borrowedBy")), QStringList{"Ann"});
+
+  adding.setFieldText("title", "Brilliant Corners");
+  adding.setFieldText("purchasedAt", "Amoeba");
+  adding.setFieldText("borrowedBy", "Bob");
+  adding.accept();
+  ASSERT_NE(adding.entry(), nullptr);
+  EntryEditor next(*controller, adding.entry(), &window);
+  EXPECT_EQ(pullDown(next.editorFor("purchasedAt")), (QStringList{"", "Amoeba", "Rough Trade"}));
+  EXPECT_EQ(suggestions(next.editorFor("borrowedBy")), (QStringList{"Ann", "Bob"}));
+  EXPECT_EQ(qobject_cast<QComboBox*>(next.editorFor("purchasedAt"))->currentText(), "Amoeba");
 }
 
 }  // namespace
