@@ -13,9 +13,6 @@ class CoverCell {
 
   explicit CoverCell(const Settings& settings);
 
-  int size() const { return size_; }
-  QColor background() const { return background_; }
-  bool border() const { return border_; }
   // The cell with the cover in it; a cover that is no image leaves the cell empty.
   QImage render(const QImage& cover) const;
 

@@ -328,7 +328,6 @@ void MainWindow::showEntryPage(Entry* entry) {
   }
   QString html = controller_.templateText(controller_.preferencesStandard().stringForKey(SettingsKeys::infoTemplate));
   controller_.replaceKeysInTemplate(html, *entry, true, true);
-  page_->setSearchPaths({controller_.dataFolderPath()});
   page_->setDataFolder(controller_.dataFolderPath());
   page_->setHtml(html);
 }

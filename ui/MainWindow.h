@@ -12,8 +12,8 @@ class QLabel;
 class QLineEdit;
 class QMenu;
 class QSplitter;
-class QTextBrowser;
 class QTableView;
+class QTextBrowser;
 class QUrl;
 class QtWindowSystem;
 

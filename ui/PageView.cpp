@@ -3,11 +3,11 @@
 #include "CoverCell.h"
 
 #include <QFileInfo>
-#include <QImageReader>
 
 PageView::PageView(const Settings& settings, QWidget* parent) : QTextBrowser(parent), settings_(settings) {}
 
 void PageView::setDataFolder(const QString& folder) {
+  setSearchPaths({folder});
   coversFolder_ = folder.isEmpty() ? QString() : QFileInfo(folder + QStringLiteral("/Covers")).absoluteFilePath();
 }
 
@@ -16,8 +16,7 @@ QVariant PageView::loadResource(int type, const QUrl& name) {
     return QTextBrowser::loadResource(type, name);
   const QFileInfo file(name.toLocalFile());
   if (file.absolutePath() != coversFolder_) return QTextBrowser::loadResource(type, name);
-  QImageReader reader(file.absoluteFilePath());
-  const QImage cover = reader.read();
+  const QImage cover(file.absoluteFilePath());
   if (cover.isNull()) return {};
   return CoverCell(settings_).render(cover);
 }

@@ -11,7 +11,7 @@ class PageView : public QTextBrowser {
  public:
   PageView(const Settings& settings, QWidget* parent = nullptr);
 
-  // The folder whose "Covers" the page draws as cells; empty for none.
+  // The data folder: relative addresses resolve there, and its "Covers" are drawn as cells.
   void setDataFolder(const QString& folder);
   QVariant loadResource(int type, const QUrl& name) override;
 
