@@ -51,7 +51,13 @@ QVariantMap MyController::registeredDefaults() {
                                                   column("artist", 150.0), column("label", 150.0),
                                                   column("myRating", 77.0), column("genre", 100.0)}},
       {SettingsKeys::refreshItunesAuto, true},
-      {SettingsKeys::scanCD, true},
+  };
+}
+
+QVariantMap MyController::ownDefaults() {
+  return {
+      // A mounted volume is looked up online only once the user has asked for it.
+      {SettingsKeys::scanCD, false},
       {SettingsKeys::ejectCD, false},
       {SettingsKeys::firstResultAdd, false},
       {SettingsKeys::cddbServer, SettingsKeys::defaultCddbServer},
@@ -63,6 +69,7 @@ QVariantMap MyController::registeredDefaults() {
 
 void MyController::applicationWillFinishLaunching() {
   preferencesStandard().registerDefaults(registeredDefaults());
+  preferencesStandard().registerDefaults(ownDefaults());
   MyControllerShared::applicationWillFinishLaunching();
 }
 

@@ -24,7 +24,10 @@ class MyController : public MyControllerShared {
   MyController(Settings& settings, WindowSystem& windowSystem, Platform& platform);
   ~MyController() override;
 
+  // The nine defaults of the window, list, pages and library refresh, registered at launch.
   static QVariantMap registeredDefaults();
+  // This program's own settings (disc lookup and scanning), registered beside them.
+  static QVariantMap ownDefaults();
   void applicationWillFinishLaunching() override;
   void applicationDidFinishLaunching() override;
   // Every newly mounted volume, an inserted audio CD among them, arrives here.

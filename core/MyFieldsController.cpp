@@ -186,6 +186,11 @@ int MyFieldsController::fieldTypeForIdentifier(const QString& identifier) const 
   return FieldTypeText;
 }
 
+bool MyFieldsController::offersUsedValues(const QString& identifier) const {
+  const int type = fieldTypeForIdentifier(identifier);
+  return type == FieldTypeComboBox || type == FieldTypeBorrower;
+}
+
 QStringList MyFieldsController::personalFields() {
   if (!personalFields_)
     personalFields_ =

@@ -10,6 +10,7 @@ class MyFieldsController : public MyFieldsControllerShared {
 
   QVariantList allFields() const override;
   int fieldTypeForIdentifier(const QString& identifier) const override;
+  bool offersUsedValues(const QString& identifier) const override;
   int columnType(const QString& identifier, bool separateNumber) const override;
   QStringList personalFields() override;
   QVariantList smartCollectionFields() const override;

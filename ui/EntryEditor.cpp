@@ -268,7 +268,7 @@ void EntryEditor::accept() {
     return;
   }
   if (links_->isModified()) applyLinks(*entry_);
-  controller_.addValuesToAutofillForEntry(*entry_);
+  controller_.addEntryToAutofill(*entry_);
   controller_.saveManagedObjectContext();
   QDialog::accept();
 }

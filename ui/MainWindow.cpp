@@ -11,6 +11,7 @@
 #include "LibraryImportDialog.h"
 #include "MyController.h"
 #include "MyFieldsControllerShared.h"
+#include "PageView.h"
 #include "PreferencesDialog.h"
 #include "QtWindowSystem.h"
 #include "Settings.h"
@@ -66,7 +67,7 @@ MainWindow::MainWindow(MyController& controller, QtWindowSystem& windowSystem)
 
   collections_ = new CollectionsPanel(controller_, this);
   collections_->setObjectName(QStringLiteral("collections"));
-  page_ = new QTextBrowser(this);
+  page_ = new PageView(controller_.preferencesStandard(), this);
   page_->setObjectName(QStringLiteral("page"));
   page_->setOpenLinks(false);
   page_->setFocusPolicy(Qt::StrongFocus);
@@ -157,8 +158,9 @@ void MainWindow::buildMenus() {
   // With the entry page focused this prints the page; otherwise the collection, in a layout.
   action(file, tr("&Print…"), QKeySequence::Print, [this] { controller_.printCollection(); });
   file->addSeparator();
-  action(file, tr("&Preferences…"), QKeySequence::Preferences, &MainWindow::showPreferences)
-      ->setMenuRole(QAction::PreferencesRole);
+  QAction* preferences = action(file, tr("&Preferences…"), QKeySequence::Preferences, &MainWindow::showPreferences);
+  preferences->setMenuRole(QAction::PreferencesRole);
+  preferences->setObjectName(QStringLiteral("preferences"));
   file->addSeparator();
   action(file, tr("&Quit"), QKeySequence::Quit, &QWidget::close);
 
@@ -317,6 +319,8 @@ void MainWindow::selectionChanged() {
   showEntryPage(selected.size() == 1 ? selected.front() : nullptr);
 }
 
+QTextBrowser* MainWindow::pageView() const { return page_; }
+
 void MainWindow::showEntryPage(Entry* entry) {
   if (!entry) {
     page_->clear();
@@ -324,7 +328,7 @@ void MainWindow::showEntryPage(Entry* entry) {
   }
   QString html = controller_.templateText(controller_.preferencesStandard().stringForKey(SettingsKeys::infoTemplate));
   controller_.replaceKeysInTemplate(html, *entry, true, true);
-  page_->setSearchPaths({controller_.dataFolderPath()});
+  page_->setDataFolder(controller_.dataFolderPath());
   page_->setHtml(html);
 }
 

@@ -7,6 +7,7 @@ class CollectionsPanel;
 class Entry;
 class EntryTableModel;
 class MyController;
+class PageView;
 class QLabel;
 class QLineEdit;
 class QMenu;
@@ -28,7 +29,7 @@ class MainWindow : public QMainWindow {
   QTableView* listView() const { return list_; }
   QLabel* footer() const { return footer_; }
   QLineEdit* searchField() const { return search_; }
-  QTextBrowser* pageView() const { return page_; }
+  QTextBrowser* pageView() const;
   CollectionsPanel* collectionsPanel() const { return collections_; }
   int searchType() const { return searchType_; }
   void setSearchType(int type);
@@ -83,7 +84,7 @@ class MainWindow : public QMainWindow {
   EntryTableModel* model_;
   QTableView* list_;
   CollectionsPanel* collections_;
-  QTextBrowser* page_;
+  PageView* page_;
   QLabel* footer_;
   QLineEdit* search_;
   QSplitter* splitter_;

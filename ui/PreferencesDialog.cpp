@@ -1,5 +1,6 @@
 #include "PreferencesDialog.h"
 
+#include "CoverCell.h"
 #include "MyController.h"
 #include "Settings.h"
 #include "SettingsKeys.h"
@@ -62,18 +63,24 @@ PreferencesDialog::PreferencesDialog(MyController& controller, QWidget* parent)
     bottomFields_ << box;
     list->addRow(i == 0 ? tr("Footer shows:") : QString(), box);
   }
-  cellSize_ = new QSpinBox;
-  cellSize_->setRange(40, 400);
-  cellSize_->setValue(int(settings.integerForKey(SettingsKeys::cellSize)));
-  list->addRow(tr("Cover cell size:"), cellSize_);
 
+  // How the entry page shows covers: see CoverCell.
   QFormLayout* covers = page(tr("Covers and Printing"));
+  cellSize_ = new QSpinBox;
+  cellSize_->setObjectName(SettingsKeys::cellSize);
+  cellSize_->setRange(CoverCell::minimumSize, CoverCell::maximumSize);
+  cellSize_->setSuffix(tr(" px"));
+  cellSize_->setValue(int(settings.integerForKey(SettingsKeys::cellSize)));
+  covers->addRow(tr("Cover cell size:"), cellSize_);
   coverBorder_ = new QCheckBox(tr("Draw a border around covers"));
+  coverBorder_->setObjectName(SettingsKeys::coverBorder);
   coverBorder_->setChecked(settings.boolForKey(SettingsKeys::coverBorder));
   covers->addRow(coverBorder_);
   coverBackground_ = new QDoubleSpinBox;
+  coverBackground_->setObjectName(SettingsKeys::coverBackground);
   coverBackground_->setRange(0, 1);
   coverBackground_->setSingleStep(0.1);
+  coverBackground_->setToolTip(tr("The grey behind covers: 0 is black, 1 white"));
   coverBackground_->setValue(settings.floatForKey(SettingsKeys::coverBackground));
   covers->addRow(tr("Cover background brightness:"), coverBackground_);
   coverWidth_ = new QLineEdit(settings.stringForKey(QStringLiteral("Print Cover Width")));
@@ -86,6 +93,16 @@ PreferencesDialog::PreferencesDialog(MyController& controller, QWidget* parent)
   cddbServer_ = new QLineEdit(settings.stringForKey(SettingsKeys::cddbServer));
   cddbServer_->setPlaceholderText(SettingsKeys::defaultCddbServer);
   online->addRow(tr("CDDB server (host[:port]):"), cddbServer_);
+  // The disc workflow's switches, each named after its setting; all off until the user turns them on.
+  for (const auto& [key, text] : {std::pair{SettingsKeys::scanCD, tr("Look up an audio CD as soon as it is mounted")},
+                                  std::pair{SettingsKeys::ejectCD, tr("Eject the disc after the lookup")},
+                                  std::pair{SettingsKeys::firstResultAdd, tr("Add the only match at once")}}) {
+    auto* box = new QCheckBox(text);
+    box->setObjectName(key);
+    box->setChecked(settings.boolForKey(key));
+    discSwitches_ << box;
+    online->addRow(box);
+  }
 
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
   connect(buttons, &QDialogButtonBox::accepted, this, &PreferencesDialog::accept);
@@ -116,6 +133,7 @@ void PreferencesDialog::accept() {
   for (auto [key, edit] : {std::pair{QStringLiteral("Print Cover Width"), coverWidth_},
                            std::pair{QStringLiteral("Print Cover Height"), coverHeight_}})
     if (!edit->text().trimmed().isEmpty()) store(key, edit->text().trimmed());
+  for (QCheckBox* box : discSwitches_) store(box->objectName(), box->isChecked());
   const QString server = cddbServer_->text().trimmed();
   if (server.isEmpty()) settings.removeObject(SettingsKeys::cddbServer);
   else store(SettingsKeys::cddbServer, server);

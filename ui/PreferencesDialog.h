@@ -23,5 +23,5 @@ class PreferencesDialog : public QDialog {
   QDoubleSpinBox *bezelTime_, *coverBackground_;
   QSpinBox* cellSize_;
   QCheckBox *refreshLibrary_, *importDuplicates_, *coverBorder_;
-  QList<QCheckBox*> bottomFields_;
+  QList<QCheckBox*> bottomFields_, discSwitches_;
 };

@@ -39,6 +39,7 @@ void MyControllerShared::applicationDidFinishLaunching() {}
 
 void MyControllerShared::setFieldsController(std::unique_ptr<MyFieldsControllerShared> fields) {
   fieldsController_ = std::move(fields);
+  autofilledFields_.reset();
 }
 
 QString MyControllerShared::defaultCataloguePath() {
@@ -49,7 +50,7 @@ Store::OpenResult MyControllerShared::openCatalogue(const QString& path) {
   Store::OpenResult result = store_.open(path);
   if (!result.ok()) return result;
   comboBoxData_.setSeed([this](AutofillLists&) {
-    for (Entry* e : store_.entries()) addValuesToAutofillForEntry(*e);
+    for (Entry* e : store_.entries()) addEntryToAutofill(*e);
   });
   entriesController_.rearrangeObjects();
   return result;
@@ -149,6 +150,16 @@ QString MyControllerShared::searchIdentifierForSearchType(int) const { return QS
 
 void MyControllerShared::addValuesToAutofillForEntry(Entry&) {}
 
+void MyControllerShared::addEntryToAutofill(Entry& entry) {
+  if (!autofilledFields_) {
+    autofilledFields_.emplace();
+    for (const auto& attribute : EntitySchema::cd().attributes())
+      if (fieldsController_ && fieldsController_->offersUsedValues(attribute.key)) *autofilledFields_ << attribute.key;
+  }
+  for (const QString& field : *autofilledFields_) comboBoxData_.addValue(entry.value(field), field);
+  addValuesToAutofillForEntry(entry);
+}
+
 Entry* MyControllerShared::addEntryFromAddPanelCheckForDuplicates(bool checkForDuplicates) {
   const QVariantMap values = addPanel_.values();
   const QString title = values.value(QStringLiteral("title")).toString();
@@ -194,7 +205,7 @@ Entry* MyControllerShared::addEntryFromAddPanelCheckForDuplicates(bool checkForD
   if (!values.contains(QStringLiteral("dateAdded"))) entry->setPrimitiveValue(QStringLiteral("dateAdded"), now);
   entry->setPrimitiveValue(QStringLiteral("dateEdited"), now);
   if (Collection* c = collections_.selectedCollection(); c && c->isUser()) addEntry(entry, c);
-  addValuesToAutofillForEntry(*entry);
+  addEntryToAutofill(*entry);
   entriesController_.rearrangeObjects();
   selectEntry(entry);
   return entry;

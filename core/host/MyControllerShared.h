@@ -12,6 +12,7 @@
 #include <QStringList>
 #include <QVariantMap>
 #include <memory>
+#include <optional>
 
 class Entry;
 class Link;
@@ -45,6 +46,9 @@ class MyControllerShared {
   virtual QString searchIdentifierForSearchType(int searchType) const;
   virtual void addValuesToAutofillForEntry(Entry& entry);
   virtual QStringList commonAttributesForNamingNewCollection() const { return {}; }
+  // Feeds the suggestion lists from the entry: every field whose editor offers the values
+  // already used, then the product's own fields (addValuesToAutofillForEntry).
+  void addEntryToAutofill(Entry& entry);
 
   // Renders an entry through a template, in place: page view (html and webView), HTML export
   // (html only), plain text (neither). This base fills the entry's own fields; an override calls
@@ -155,6 +159,7 @@ class MyControllerShared {
   AddPanel addPanel_;
   AutofillLists comboBoxData_;
   std::unique_ptr<MyFieldsControllerShared> fieldsController_;
+  std::optional<QStringList> autofilledFields_;  // asked of the field catalogue once
   QString coverImageAddressPrefix_;
   std::unique_ptr<PrintController> print_;
   QHash<qint64, size_t> coverHashes_;  // what each cover written by this process holds

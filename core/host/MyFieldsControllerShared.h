@@ -24,6 +24,8 @@ class MyFieldsControllerShared {
 
   virtual QVariantList allFields() const { return {}; }
   virtual int fieldTypeForIdentifier(const QString& identifier) const;
+  // Whether the field's editor suggests the values already used (a pull-down, the borrower).
+  virtual bool offersUsedValues(const QString&) const { return false; }
   virtual int columnType(const QString& identifier, bool separateNumber) const;
   virtual QStringList personalFields();
   virtual QVariantList smartCollectionFields() const { return editFields(); }

@@ -28,3 +28,21 @@ qint64 SqliteDatabase::userVersion() {
   SqliteStatement q(db_, QStringLiteral("PRAGMA user_version"));
   return q.step() == SQLITE_ROW ? q.int64(0) : -1;
 }
+
+bool SqliteDatabase::backupTo(const QString& path, QString* error) {
+  sqlite3* copy = nullptr;
+  int rc = sqlite3_open_v2(path.toUtf8().constData(), &copy, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
+  if (rc == SQLITE_OK) {
+    if (sqlite3_backup* backup = sqlite3_backup_init(copy, "main", db_, "main")) {
+      // One step under one read lock, so the copy is a single consistent snapshot.
+      const int step = sqlite3_backup_step(backup, -1);
+      rc = sqlite3_backup_finish(backup);
+      if (step != SQLITE_DONE) rc = step;
+    } else {
+      rc = sqlite3_errcode(copy);
+    }
+  }
+  if (rc != SQLITE_OK && error) *error = QString::fromUtf8(sqlite3_errstr(rc));
+  sqlite3_close_v2(copy);
+  return rc == SQLITE_OK;
+}

@@ -19,6 +19,9 @@ class SqliteDatabase {
   QString errorMessage() const;
   int errorCode() const { return db_ ? sqlite3_errcode(db_) : SQLITE_CANTOPEN; }
   qint64 userVersion();
+  // A copy of the whole database as this connection sees it, write-ahead log included, in a new
+  // file at path; false with the reason when it could not be written whole.
+  bool backupTo(const QString& path, QString* error);
 
  private:
   sqlite3* db_ = nullptr;

@@ -136,10 +136,15 @@ Store::OpenResult Store::migrate(qint64 version) {
       return {OpenStatus::Damaged, QStringLiteral("%1 is damaged and was not converted.").arg(path_)};
   }
   if (path_ != QLatin1String(":memory:")) {
+    // Through SQLite, not as a file copy: the last writes may still sit in the write-ahead log.
     const QString backup = path_ + QStringLiteral(".version4");
     QFile::remove(backup);
-    if (!QFile::copy(path_, backup))
-      return {OpenStatus::MigrationFailed, QStringLiteral("Cannot back up %1 before converting it.").arg(path_)};
+    QString error;
+    if (!db_.backupTo(backup, &error)) {
+      QFile::remove(backup);
+      return {OpenStatus::MigrationFailed,
+              QStringLiteral("Cannot back up %1 before converting it: %2").arg(path_, error)};
+    }
   }
   MigrationManager manager(db_, policy_);
   QString error;

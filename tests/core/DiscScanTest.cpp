@@ -61,13 +61,13 @@ class DiscScanTest : public ::testing::Test {
 };
 
 TEST_F(DiscScanTest, mountingAnAudioCdScansItOnlyWhenAskedTo) {
+  platform.mount(volume.path());  // never turned on: nothing goes online
+  EXPECT_TRUE(windowSystem.progressTitles.isEmpty());
+  EXPECT_TRUE(server.requests().isEmpty());
+  settings.setObject(SettingsKeys::scanCD, true);
   QTemporaryDir dataDisc;
   platform.mount(dataDisc.path());
   EXPECT_TRUE(windowSystem.progressTitles.isEmpty());
-  settings.setObject(SettingsKeys::scanCD, false);
-  platform.mount(volume.path());
-  EXPECT_TRUE(windowSystem.progressTitles.isEmpty());
-  settings.setObject(SettingsKeys::scanCD, true);
   platform.mount(volume.path());
   EXPECT_EQ(windowSystem.progressTitles, QStringList{"Scanning..."});
   EXPECT_EQ(windowSystem.openSheets, 0);
@@ -98,16 +98,27 @@ TEST_F(DiscScanTest, noMatchOffersManualEntryWithOneTrackPerTrackOfTheDisc) {
   ASSERT_EQ(names.size(), 10);
   EXPECT_EQ(names.first(), QStringLiteral("Track 1"));
   EXPECT_EQ(names.last(), QStringLiteral("Track 10"));
-  EXPECT_EQ(controller->addPanel().trackData().tracks().first().toMap().value("duration").toString(), QStringLiteral("3:39"));
+  const QVariantList tracksBefore = controller->addPanel().trackData().tracks();
+  EXPECT_EQ(tracksBefore.first().toMap().value("duration").toString(), QStringLiteral("3:39"));
 
-  // Ejected before the answer: the lookup's own durations, with their leading zero entry.
-  platform.volumes.clear();
+  // Ejected before the answer: the lookup's own durations, with their leading zero entry, so
+  // every real track comes one place later.
+  windowSystem.alerts.clear();
   windowSystem.alertAnswers = {1};
   settings.setObject(SettingsKeys::ejectCD, true);
-  platform.volumes = {volume.path()};
-  platform.mountHandlers.clear();
   controller->scanDisc();
-  EXPECT_EQ(platform.ejected.size(), 1);
+  EXPECT_EQ(platform.ejected, QStringList{volume.path()});
+  EXPECT_TRUE(platform.volumes.isEmpty());
+  EXPECT_EQ(windowSystem.alerts, QStringList{"Action Required"});  // no match; no "No CD" after the eject
+  ASSERT_TRUE(controller->addPanel().isVisible());
+  const QVariantList afterEject = controller->addPanel().trackData().tracks();
+  ASSERT_EQ(afterEject.size(), 11);
+  for (int k = 0; k < afterEject.size(); ++k)
+    EXPECT_EQ(afterEject[k].toMap().value("name").toString(), QStringLiteral("Track %1").arg(k + 1));
+  EXPECT_EQ(afterEject.first().toMap().value("duration").toString(), QStringLiteral("0:00"));
+  EXPECT_EQ(afterEject.at(1).toMap().value("duration").toString(), QStringLiteral("3:39"));
+  EXPECT_EQ(afterEject.last().toMap().value("duration"), tracksBefore.last().toMap().value("duration"));
+  EXPECT_TRUE(controller->addPanel().valueForKey("title").toString().isEmpty());
 }
 
 TEST_F(DiscScanTest, severalMatchesGoToTheChooserAndTheChosenOneToThePanel) {

@@ -2,10 +2,12 @@
 #include "Entry.h"
 #include "MigrationManager.h"
 #include "SqliteDatabase.h"
+#include "SqliteStatement.h"
 #include "Store.h"
 #include "StoreSchema.h"
 
 #include <QCryptographicHash>
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -73,6 +75,33 @@ TEST(MigrationTest, Version4CatalogueGainsTrackCountsAndFormatAndKeepsItsData) {
   EXPECT_EQ(again.entries().size(), 2u);
 }
 
+TEST(MigrationTest, TheBackupHoldsWhatSatInTheWriteAheadLog) {
+  QTemporaryDir dir;
+  const QString path = dir.filePath("Old.sqlite");
+  writeVersion4(path);
+  // The old program's last save, still in the log: this connection stays open and never checkpoints.
+  SqliteDatabase writer;
+  ASSERT_TRUE(writer.open(path, SQLITE_OPEN_READWRITE));
+  ASSERT_TRUE(writer.exec("PRAGMA journal_mode=WAL"));
+  ASSERT_TRUE(writer.exec("PRAGMA wal_autocheckpoint=0"));
+  ASSERT_TRUE(writer.exec("INSERT INTO entries(uid,title) VALUES(3,'Late Arrival')"));
+  ASSERT_TRUE(writer.exec("INSERT INTO tracks(entry_uid,name) VALUES(3,'Last Track')"));
+  {
+    Store store;
+    store.setMigrationPolicy(std::make_shared<Disc4ToDisc5>());
+    ASSERT_TRUE(store.open(path).ok());
+    EXPECT_NE(store.entryWithUID(3), nullptr);
+  }
+  SqliteDatabase backup;
+  ASSERT_TRUE(backup.open(path + ".version4", SQLITE_OPEN_READWRITE));
+  EXPECT_EQ(backup.userVersion(), 4);
+  SqliteStatement rows(backup.handle(), "SELECT (SELECT group_concat(title) FROM (SELECT title FROM entries ORDER BY uid)),"
+                                        " (SELECT count(*) FROM tracks)");
+  ASSERT_EQ(rows.step(), SQLITE_ROW);
+  EXPECT_EQ(rows.text(0), "Abbey Road,Empty Box,Late Arrival");
+  EXPECT_EQ(rows.int64(1), 4);
+}
+
 TEST(MigrationTest, AFailedMigrationLeavesTheOldFileAsItWas) {
   QTemporaryDir dir;
   const QString path = dir.filePath("Broken.sqlite");
@@ -89,6 +118,20 @@ TEST(MigrationTest, AFailedMigrationLeavesTheOldFileAsItWas) {
   EXPECT_EQ(result.status, Store::OpenStatus::MigrationFailed);
   EXPECT_FALSE(result.message.isEmpty());
   EXPECT_EQ(fileHash(path), before);
+
+  // A backup that cannot be written stops the conversion before it starts.
+  const QString unbackedPath = dir.filePath("Unbacked.sqlite");
+  writeVersion4(unbackedPath);
+  ASSERT_TRUE(QDir().mkpath(unbackedPath + ".version4/in the way"));
+  const QByteArray unbacked = fileHash(unbackedPath);
+  Store second;
+  const auto refused = second.open(unbackedPath);
+  EXPECT_EQ(refused.status, Store::OpenStatus::MigrationFailed);
+  EXPECT_TRUE(refused.message.contains("back up")) << qPrintable(refused.message);
+  EXPECT_EQ(fileHash(unbackedPath), unbacked);
+  SqliteDatabase check;
+  ASSERT_TRUE(check.open(unbackedPath, SQLITE_OPEN_READONLY));
+  EXPECT_EQ(check.userVersion(), 4);
 }
 
 TEST(MigrationTest, PolicyWritesNothingWhenTheInheritedStepFails) {

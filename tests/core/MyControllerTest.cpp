@@ -32,8 +32,20 @@ class MyControllerTest : public ::testing::Test {
 
 TEST_F(MyControllerTest, RegistersTheDefaults) {
   auto controller = launch();
-  const QVariantMap defaults = settings.registeredDefaults();
-  EXPECT_EQ(defaults.size(), 16);  // nine, and seven of the disc lookup
+  EXPECT_EQ(MyController::registeredDefaults().keys(),
+            (QStringList{"BezelDisplayTime", "Bottom Fields", "CellSize", "Cover Background", "Cover Border",
+                         "DefaultColumns", "InfoTemplate", "Refresh Itunes Auto", "releaseDateFormat"}));
+  // The program's own settings come from their own table; a mounted volume is never looked up unasked.
+  const QVariantMap own = MyController::ownDefaults();
+  EXPECT_EQ(own.keys(), (QStringList{"CDDB Hello Host", "CDDB Hello User", "CDDB Server", "CDDB Timeout",
+                                     "First Result Add", "ejectCD", "scanCD"}));
+  EXPECT_EQ(settings.registeredDefaults().size(), 9 + own.size());
+  EXPECT_FALSE(settings.boolForKey("scanCD"));
+  EXPECT_FALSE(settings.boolForKey("ejectCD"));
+  EXPECT_FALSE(settings.boolForKey("First Result Add"));
+  EXPECT_EQ(settings.floatForKey("CDDB Timeout"), 30.0);
+  EXPECT_EQ(settings.stringForKey("CDDB Hello User"), "discary");
+  EXPECT_EQ(settings.stringForKey("CDDB Hello Host"), "localhost");
   EXPECT_EQ(settings.stringForKey("InfoTemplate"), "Collection.html");
   EXPECT_EQ(settings.stringForKey("releaseDateFormat"), "yyyy");
   EXPECT_TRUE(settings.boolForKey("Cover Border"));
@@ -110,6 +122,15 @@ TEST_F(MyControllerTest, SearchTypesAutofillAndCollectionNaming) {
   e->setValue("composer", "Monk");
   controller->addValuesToAutofillForEntry(*e);
   EXPECT_EQ(controller->comboBoxData().valuesForField("genre"), QStringList{"Jazz"});
+  EXPECT_TRUE(controller->comboBoxData().valuesForField("composer").isEmpty());
+  // The four are the product's; the pull-downs and the borrower are fed by the framework.
+  e->setValue("purchasedAt", "Amoeba");
+  e->setValue("borrowedBy", "Ann");
+  controller->addValuesToAutofillForEntry(*e);
+  EXPECT_TRUE(controller->comboBoxData().valuesForField("purchasedAt").isEmpty());
+  controller->addEntryToAutofill(*e);
+  EXPECT_EQ(controller->comboBoxData().valuesForField("purchasedAt"), QStringList{"Amoeba"});
+  EXPECT_EQ(controller->comboBoxData().valuesForField("borrowedBy"), QStringList{"Ann"});
   EXPECT_TRUE(controller->comboBoxData().valuesForField("composer").isEmpty());
   EXPECT_EQ(controller->commonAttributesForNamingNewCollection(),
             (QStringList{"artist", "label", "composer", "conductor", "purchasedAt", "borrowedBy", "arrangedBy",

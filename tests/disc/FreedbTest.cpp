@@ -165,6 +165,8 @@ TEST_F(FreedbTest, findsTheFirstVolumeWithATableOfContentsAndEjectsIt) {
   EXPECT_EQ(freedb.discID(), QStringLiteral("6a09f20a"));
   freedb.ejectCD();
   EXPECT_EQ(platform.ejected, QStringList{second.path()});
+  EXPECT_EQ(platform.volumes, (QStringList{first.path(), third.path()}));
+  platform.volumes = {first.path(), second.path(), third.path()};  // put back
   // An unreadable file on the first volume with one ends the search there.
   QFile broken(second.filePath(".TOC.plist"));
   broken.open(QIODevice::WriteOnly | QIODevice::Truncate);

@@ -6,6 +6,7 @@
 
 bool FakePlatform::eject(const QString& volumePath) {
   ejected << volumePath;
+  volumes.removeAll(volumePath);  // the disc is gone
   return true;
 }
 

@@ -6,6 +6,7 @@
 #include "InternetSearchDialog.h"
 #include "MainWindow.h"
 #include "MyController.h"
+#include "PreferencesDialog.h"
 #include "QtWindowSystem.h"
 #include "Settings.h"
 #include "SettingsKeys.h"
@@ -13,6 +14,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QFile>
 #include <QInputDialog>
 #include <QLineEdit>
@@ -86,6 +88,26 @@ TEST_F(DiscScanGuiTest, scanningADiscFillsTheEditorAndAddsTheEntry) {
   ASSERT_EQ(window.listModel()->rowCount(), 1);
   EXPECT_EQ(window.listModel()->entryAt(0)->stringValue("artist"), QStringLiteral("Chagall Guevara"));
   EXPECT_FALSE(controller->addPanel().isVisible());
+}
+
+TEST_F(DiscScanGuiTest, aMountedDiscIsLookedUpOnlyOnceTurnedOnInPreferences) {
+  MainWindow window(*controller, windowSystem);
+  windowSystem.setWindow(&window);
+  window.show();
+  platform.mount(volume.path());
+  EXPECT_TRUE(server.requests().isEmpty());
+  EXPECT_FALSE(controller->addPanel().isVisible());
+  whenShown<PreferencesDialog>([](PreferencesDialog* preferences) {
+    preferences->findChild<QCheckBox*>(SettingsKeys::scanCD)->setChecked(true);
+    preferences->accept();
+  });
+  ASSERT_TRUE(menuAction(window, "preferences"));
+  menuAction(window, "preferences")->trigger();
+  EXPECT_TRUE(settings.boolForKey(SettingsKeys::scanCD));
+  EXPECT_FALSE(settings.boolForKey(SettingsKeys::ejectCD));
+  platform.mount(volume.path());
+  EXPECT_FALSE(server.requests().isEmpty());
+  EXPECT_EQ(controller->addPanel().valueForKey("title").toString(), QStringLiteral("Chagall Guevara"));
 }
 
 TEST_F(DiscScanGuiTest, severalMatchesAreChosenAndSteppedThroughInTheEditor) {

@@ -7,6 +7,7 @@
 #include "LinksTable.h"
 #include "MainWindow.h"
 #include "MyController.h"
+#include "PreferencesDialog.h"
 #include "PrintController.h"
 #include "PrintDialog.h"
 #include "QtWindowSystem.h"
@@ -16,18 +17,26 @@
 #include "Store.h"
 #include "TrackTable.h"
 
+#include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
+#include <QCompleter>
+#include <QDoubleSpinBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
+#include <QSpinBox>
 #include <QTableView>
 #include <QTableWidget>
+#include <QStringListModel>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextBlock>
 #include <QTextBrowser>
+#include <QTextDocument>
 #include <QTimer>
 #include <future>
 #include <gtest/gtest.h>
@@ -320,6 +329,111 @@ TEST_F(MainWindowTest, DroppedFilesAreImportedAndShown) {
   QDragEnterEvent remote(QPoint(10, 10), Qt::CopyAction, &web, Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(&window, &remote);
   EXPECT_FALSE(remote.isAccepted());
+}
+
+}  // namespace
+
+namespace {
+
+// The picture the entry page holds, as the page shows it.
+QImage shownCover(const MainWindow& window) {
+  QTextDocument* page = window.pageView()->document();
+  for (QTextBlock block = page->begin(); block.isValid(); block = block.next())
+    for (auto it = block.begin(); !it.atEnd(); ++it)
+      if (const QTextCharFormat format = it.fragment().charFormat(); format.isImageFormat())
+        return page->resource(QTextDocument::ImageResource, QUrl(format.toImageFormat().name())).value<QImage>();
+  return {};
+}
+
+// Pixels of a grey other than the background: the frame, as the cover itself is red.
+int framePixels(const QImage& cell) {
+  int count = 0;
+  for (int y = 0; y < cell.height(); ++y)
+    for (int x = 0; x < cell.width(); ++x) {
+      const QRgb p = cell.pixel(x, y);
+      count += qRed(p) == qGreen(p) && qGreen(p) == qBlue(p) && p != cell.pixel(0, 0);
+    }
+  return count;
+}
+
+TEST_F(MainWindowTest, TheEntryPageShowsItsCoverAsTheCoverPreferencesSay) {
+  MainWindow window(*controller, windowSystem);
+  window.show();
+  QImage red(300, 150, QImage::Format_RGB32);
+  red.fill(Qt::red);
+  ASSERT_TRUE(controller->setCoverImage(*window.listModel()->entryAt(2), red));
+  window.listView()->selectRow(2);
+  QImage cover = shownCover(window);
+  EXPECT_EQ(cover.size(), QSize(150, 150));
+  EXPECT_EQ(cover.pixel(0, 0), qRgb(255, 255, 255));
+  EXPECT_GT(framePixels(cover), 0);
+
+  QTimer::singleShot(0, [] {
+    for (QWidget* w : QApplication::topLevelWidgets())
+      if (auto* dialog = qobject_cast<PreferencesDialog*>(w)) {
+        dialog->findChild<QSpinBox*>("CellSize")->setValue(90);
+        dialog->findChild<QDoubleSpinBox*>("Cover Background")->setValue(0.5);
+        dialog->findChild<QCheckBox*>("Cover Border")->setChecked(false);
+        return dialog->accept();
+      }
+  });
+  ASSERT_TRUE(window.findChild<QAction*>("preferences"));
+  window.findChild<QAction*>("preferences")->trigger();
+  cover = shownCover(window);
+  EXPECT_EQ(cover.size(), QSize(90, 90));
+  EXPECT_NEAR(qGray(cover.pixel(0, 0)), 128, 1);
+  EXPECT_EQ(framePixels(cover), 0);
+  EXPECT_GT(qRed(cover.pixel(45, 45)), 240);  // the cover itself, red through its JPEG file
+
+  // A settings file edited by hand is held to what the window can show.
+  settings.setObject("CellSize", 100000);
+  settings.setObject("Cover Background", "bright");
+  window.listView()->clearSelection();
+  window.listView()->selectRow(2);
+  cover = shownCover(window);
+  EXPECT_EQ(cover.size(), QSize(400, 400));
+  EXPECT_GT(qRed(cover.pixel(200, 200)), 240);
+}
+
+}  // namespace
+
+namespace {
+
+QStringList pullDown(QWidget* editor) {
+  QStringList items;
+  if (auto* combo = qobject_cast<QComboBox*>(editor))
+    for (int i = 0; i < combo->count(); ++i) items << combo->itemText(i);
+  return items;
+}
+
+QStringList suggestions(QWidget* editor) {
+  auto* line = qobject_cast<QLineEdit*>(editor);
+  auto* model = line && line->completer() ? qobject_cast<QStringListModel*>(line->completer()->model()) : nullptr;
+  return model ? model->stringList() : QStringList();
+}
+
+TEST_F(MainWindowTest, ThePanelsPullDownsOfferTheValuesAlreadyUsed) {
+  settings.setObject("Fields On", QStringList{"custom1"});
+  add({{"title", "Monk's Music"}, {"format", "LP"}, {"purchasedAt", "Rough Trade"}, {"location", "Shelf 2"},
+       {"custom1", "Signed"}, {"borrowedBy", "Ann"}, {"status", 1}});
+  MainWindow window(*controller, windowSystem);
+  EntryEditor adding(*controller, nullptr, &window);
+  EXPECT_TRUE(pullDown(adding.editorFor("format")).contains("LP"));
+  EXPECT_TRUE(pullDown(adding.editorFor("location")).contains("Shelf 2"));
+  EXPECT_TRUE(pullDown(adding.editorFor("custom1")).contains("Signed"));
+  EXPECT_EQ(pullDown(adding.editorFor("artist")), (QStringList{"", "John Coltrane", "Miles Davis", "The Beatles"}));
+  EXPECT_EQ(pullDown(adding.editorFor("purchasedAt")), (QStringList{"", "Rough Trade"}));
+  EXPECT_EQ(suggestions(adding.editorFor("borrowedBy")), QStringList{"Ann"});
+
+  adding.setFieldText("title", "Brilliant Corners");
+  adding.setFieldText("purchasedAt", "Amoeba");
+  adding.setFieldText("borrowedBy", "Bob");
+  adding.accept();
+  ASSERT_NE(adding.entry(), nullptr);
+  EntryEditor next(*controller, adding.entry(), &window);
+  EXPECT_EQ(pullDown(next.editorFor("purchasedAt")), (QStringList{"", "Amoeba", "Rough Trade"}));
+  EXPECT_EQ(suggestions(next.editorFor("borrowedBy")), (QStringList{"Ann", "Bob"}));
+  EXPECT_EQ(qobject_cast<QComboBox*>(next.editorFor("purchasedAt"))->currentText(), "Amoeba");
 }
 
 }  // namespace
