@@ -17,7 +17,7 @@ int open(const CliContext& context, const QStringList& words) {
     CliWindowSystem& panel = context.windowSystem;
     panel.showInternetSearchPanel({}, {});
     const bool file = QFileInfo::exists(word);
-    const bool handled = file ? context.controller.openFile(QFileInfo(word).absoluteFilePath())
+    const bool handled = file ? context.controller.openFile(word)
                               : context.controller.handleIncomingString(word);
     all &= handled;
     if (context.options.json) {

@@ -397,7 +397,7 @@ void MainWindow::openStrings(const QStringList& words) {
   bool changed = false;
   for (const QString& word : words) {
     const bool file = QFileInfo::exists(word);
-    changed |= file ? controller_.openFile(QFileInfo(word).absoluteFilePath()) : controller_.handleIncomingString(word);
+    changed |= file ? controller_.openFile(word) : controller_.handleIncomingString(word);
   }
   if (changed) reloadAll();
   if (isMinimized()) showNormal();
