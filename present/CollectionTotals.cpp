@@ -5,11 +5,20 @@
 #include "StringTable.h"
 #include "TextHelpers.h"
 
+#include <algorithm>
+#include <limits>
+
 namespace {
 
 constexpr int discsSwitch = 3, durationSwitch = 4, valueSwitch = 5, spentSwitch = 6;
 
+using Wide = __int128;
+
 QString counted(qint64 n) { return Decimal(n).formatted(0); }
+
+qint64 saturated(Wide n) {
+  return qint64(std::clamp<Wide>(n, std::numeric_limits<qint64>::min(), std::numeric_limits<qint64>::max()));
+}
 
 // 32-bit unsigned on purpose: totals wrap as they always have rather than go negative.
 quint32 secondsOfTrackTime(const QString& text) {
@@ -25,18 +34,21 @@ QVariantMap CollectionTotals::totals(const std::vector<Entry*>& entries, bool fo
   const auto on = [&](int position) { return !footer || bottomFields.value(position); };
   const bool discsOn = on(discsSwitch), durationOn = on(durationSwitch), valueOn = on(valueSwitch),
              spentOn = on(spentSwitch);
-  qint64 borrowed = 0, wanted = 0, discCount = 0, seconds = 0;
-  // Exact decimals: floating point drifts ("0.1" + "0.2") and overflows to "inf".
-  Decimal priceSum, paidSum;
+  qint64 borrowed = 0, wanted = 0;
+  // No sum of 64-bit figures over any number of entries overflows 128 bits, so the loop checks
+  // nothing and each total saturates once, below. Money is summed in exact millionths: floating
+  // point drifts ("0.1" + "0.2") and overflows to "inf".
+  Wide discSum = 0, secondSum = 0, priceSum = 0, paidSum = 0;
   for (const Entry* e : entries) {
     const EntryFigures::Figures& f = figures_.of(*e);
     borrowed += f.status == 1;
     wanted += f.status == 2;
     if (valueOn) priceSum += f.price;
     if (spentOn) paidSum += f.paid;
-    if (durationOn) seconds = TextHelpers::saturatingAdd(seconds, f.seconds);
-    if (discsOn) discCount = TextHelpers::saturatingAdd(discCount, f.discs);
+    if (durationOn) secondSum += f.seconds;
+    if (discsOn) discSum += f.discs;
   }
+  const qint64 discCount = saturated(discSum), seconds = saturated(secondSum);
 
   QVariantMap result;
   result[QStringLiteral("totalEntries")] = counted(footer ? shownCount : qsizetype(entries.size()));
@@ -45,8 +57,8 @@ QVariantMap CollectionTotals::totals(const std::vector<Entry*>& entries, bool fo
   last = counted(wanted);
   result[QStringLiteral("totalWanted")] = last;
   if (discsOn) result[QStringLiteral("totalDiscs")] = last = counted(discCount);
-  if (valueOn) result[QStringLiteral("totalPrice")] = last = priceSum.formatted(2);
-  if (spentOn) result[QStringLiteral("totalPaid")] = last = paidSum.formatted(2);
+  if (valueOn) result[QStringLiteral("totalPrice")] = last = Decimal::fromCompactSum(priceSum).formatted(2);
+  if (spentOn) result[QStringLiteral("totalPaid")] = last = Decimal::fromCompactSum(paidSum).formatted(2);
   if (durationOn && seconds != 0) {
     const qint64 minutes = seconds / 60;
     const auto span = [&](double amount, const QString& unit) {

@@ -4,6 +4,7 @@
 
 #include <QLocale>
 #include <algorithm>
+#include <limits>
 #include <string>
 
 namespace {
@@ -42,12 +43,8 @@ Decimal Decimal::fromText(const QString& text) {
   return Decimal(negative ? -units : units);
 }
 
-Decimal& Decimal::operator+=(const Decimal& other) {
-  Units sum;
-  if (__builtin_add_overflow(millionths_, other.millionths_, &sum) || sum < -largest)
-    sum = other.millionths_ > 0 ? largest : -largest;
-  millionths_ = sum;
-  return *this;
+qint64 Decimal::compact() const {
+  return qint64(std::clamp<Units>(millionths_, std::numeric_limits<qint64>::min(), std::numeric_limits<qint64>::max()));
 }
 
 QString Decimal::formatted(int decimals) const {

@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QtGlobal>
+#include <algorithm>
 
 // An exact decimal amount for money totals, kept as a whole number of millionths: "0.1" and "0.2"
 // add up to exactly 0.3, and a sum past about ±1.7e32 stays at the end of the range instead of
@@ -14,7 +15,12 @@ class Decimal {
   // exactly; digits past the sixth decimal place are rounded half away from zero.
   static Decimal fromText(const QString& text);
 
-  Decimal& operator+=(const Decimal& other);
+  // The amount in eight bytes, for tables of many amounts: millionths, an amount past some
+  // ±9.2 trillion counting as that much.
+  qint64 compact() const;
+  // A plain 128-bit sum of compact amounts, which cannot overflow for any number of them.
+  static Decimal fromCompactSum(__int128 sum) { return Decimal(std::clamp<Units>(sum, -largest, largest)); }
+
   bool operator==(const Decimal& other) const = default;
 
   // "#,##0" with that many decimals (at most six), rounded half away from zero: the locale's

@@ -1,5 +1,6 @@
 #include "EntryFigures.h"
 
+#include "Decimal.h"
 #include "Entry.h"
 #include "TextHelpers.h"
 
@@ -26,8 +27,8 @@ const EntryFigures::Figures& EntryFigures::read(const Entry& entry) {
   const QVariant* s = entry.valueAt(status);
   const qint64 statusValue = s ? s->toLongLong() : 0;
   f.status = statusValue == 1 || statusValue == 2 ? qint8(statusValue) : 0;
-  f.price = Decimal::fromText(text(entry, price));
-  f.paid = Decimal::fromText(text(entry, paid));
+  f.price = Decimal::fromText(text(entry, price)).compact();
+  f.paid = Decimal::fromText(text(entry, paid)).compact();
   const QString time = text(entry, duration);
   f.seconds = time.isEmpty() ? 0 : TextHelpers::secondsAsTimeString(time);
   const QString discText = text(entry, discs);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "Decimal.h"
 #include "Entry.h"
 
 #include <QtGlobal>
@@ -14,7 +13,8 @@ class EntryFigures {
   struct Figures {
     qint64 seconds = 0;  // play time
     qint64 discs = 0;  // as counted: one when the entry gives no count
-    Decimal price, paid;
+    // Decimal::compact: whole Decimals doubled the table and tripled the time to walk it.
+    qint64 price = 0, paid = 0;
     qint8 status = 0;
   };
 

@@ -99,8 +99,7 @@ TEST_F(CliTest, TotalsOfTheListOrOfASelection) {
   ASSERT_EQ(discary({"add", "title=E", "discs=9223372036854775807"}).status, 0);
   const QJsonObject huge = discary({"--json", "totals"}).json().toObject()["totals"].toObject();
   EXPECT_EQ(huge["totalDiscs"].toString(), "9,223,372,036,854,775,807");
-  EXPECT_TRUE(huge["totalPaid"].toString().startsWith("170,141,183,460,469,231,731,687,303,715,8"))
-      << qPrintable(huge["totalPaid"].toString());
+  EXPECT_EQ(huge["totalPaid"].toString(), "9,223,372,036,852.78");  // the most one amount counts for, less 2
   EXPECT_EQ(discary({"totals", "--select", "nosuch"}).status, 1);
   EXPECT_EQ(discary({"totals", "--collection", "nosuch"}).status, 1);
 }
