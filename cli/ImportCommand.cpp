@@ -32,6 +32,8 @@ int import(const CliContext& context, const QStringList& words) {
     results.append({path, ok});
     all = all && ok;
   }
+  // Each importer saves its own work; nothing may be reported that is not in the file.
+  if (!context.save()) return 1;
 
   std::vector<qint64> added;
   for (const Entry* e : store.entries())

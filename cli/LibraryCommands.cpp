@@ -82,6 +82,7 @@ int importPlaylist(const CliContext& context, const CommandArguments& args) {
   QString error;
   const bool ok = controller.importLibraryPlaylist(library, name, &error);
   if (!ok && !error.isEmpty()) std::fprintf(stderr, "%s\n", qPrintable(error));
+  if (!context.save()) return 1;
   if (context.options.json) {
     JsonWriter json(stdout);
     json.beginObject();

@@ -96,8 +96,9 @@ void readId3v2(const TagLib::ID3v2::Tag* tag, AudioAsset& asset) {
   if (!tag || tag->isEmpty()) return;
   const uint version = tag->header()->majorVersion();
   for (const TagLib::ID3v2::Frame* frame : tag->frameList()) {
-    QByteArray id = bytes(frame->frameID());
-    if (id == bytes(LiteralGenreFrameFactory::genreId)) id = "TCON";
+    // The genre frame was built under a stand-in id so that its text stayed as written.
+    const QByteArray id =
+        frame->frameID() == LiteralGenreFrameFactory::genreId ? QByteArray("TCON") : bytes(frame->frameID());
     if (id.size() != 4) continue;
     quint64 key;
     if (version <= 2) {
