@@ -48,7 +48,7 @@ int exportEntries(const CliContext& context, const QStringList& words) {
     const QString name = controller.preferencesStandard().stringForKey(SettingsKeys::infoTemplate);
     const QString pageTemplate = controller.templateText(name);
     if (pageTemplate.isNull()) return CliContext::failure(QStringLiteral("no template named '%1'").arg(name));
-    written = HtmlExport(controller).write(entries, title, pageTemplate, output, &message);
+    written = HtmlExport(controller.htmlExportServices()).write(entries, title, pageTemplate, output, &message);
   }
   if (!written) return CliContext::failure(QStringLiteral("nothing exported: %1").arg(message));
 

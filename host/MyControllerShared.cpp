@@ -2,14 +2,17 @@
 
 #include "AttributeInput.h"
 #include "Entry.h"
+#include "EntryPageFiller.h"
 #include "HostKeys.h"
 #include "MyFieldsControllerShared.h"
+#include "NewLinkHandler.h"
 #include "Platform.h"
 #include "Picture.h"
 #include "PrintController.h"
 #include "Settings.h"
 #include "TemplateFile.h"
 #include "TextHelpers.h"
+#include "TotalsProvider.h"
 #include "WindowSystem.h"
 
 #include <QBuffer>
@@ -288,10 +291,15 @@ EntryTemplate::Options MyControllerShared::entryTemplateOptions(const Entry& ent
   return options;
 }
 
-void MyControllerShared::replaceKeysInTemplate(QString& text, Entry& entry, bool html, bool) {
+void MyControllerShared::replaceKeysInTemplate(QString& text, Entry& entry, bool html, bool webView) {
   if (!EntryTemplate::render(text, entry, entryTemplateOptions(entry, html)))
     std::fprintf(stderr, "Template of entry %lld left unfilled: the page would pass %lld characters\n", entry.uid(),
                  qint64(EntryTemplate::maximumLength));
+  if (entryPageFiller_) entryPageFiller_->fillEntryPage(text, entry, html, webView);
+}
+
+void MyControllerShared::processNewLink(Link& link) {
+  if (newLinkHandler_) newLinkHandler_->process(link);
 }
 
 QString MyControllerShared::templateText(const QString& name) const {
@@ -321,10 +329,20 @@ QString MyControllerShared::coverImageAddress(const Entry& entry) const {
   return QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
 }
 
-QVariantMap MyControllerShared::collectionTotalsDictionaryFor(const std::vector<Entry*>&, bool) { return {}; }
+QVariantMap MyControllerShared::collectionTotalsDictionaryFor(const std::vector<Entry*>& entries, bool footer) {
+  if (!totalsProvider_) return {};
+  return totalsProvider_->totals(entries, footer, bottomFields(), qsizetype(entriesController_.arrangedObjects().size()));
+}
 
 void MyControllerShared::refreshCollectionStatistics() {
   windowFooterString.clear();
+  if (totalsProvider_) {
+    const auto& selected = entriesController_.selectedObjects();
+    multipleSelection = selected.size() >= 2;
+    const QVariantMap totals =
+        collectionTotalsDictionaryFor(multipleSelection ? selected : entriesController_.arrangedObjects(), true);
+    windowFooterString = totalsProvider_->footer(totals, bottomFields(), multipleSelection);
+  }
   setNumberOfSelectedInFooter();
 }
 

@@ -15,7 +15,10 @@
 #include <optional>
 
 class Entry;
+class EntryPageFiller;
 class Link;
+class NewLinkHandler;
+class TotalsProvider;
 class QImage;
 class MyFieldsControllerShared;
 class Platform;
@@ -25,7 +28,8 @@ class WindowSystem;
 
 // The application controller of the framework: owns the store, the panels, the plug-in manager
 // and the field catalogue, offers the services the product calls, and declares the hooks the
-// product overrides (each with a neutral default here).
+// product overrides (each with a neutral default here). The entry page, the totals and new links
+// are finished by ports the product plugs in; without one, the framework's neutral answer stands.
 class MyControllerShared {
  public:
   MyControllerShared(Settings& settings, WindowSystem& windowSystem, Platform& platform);
@@ -51,17 +55,23 @@ class MyControllerShared {
   void addEntryToAutofill(Entry& entry);
 
   // Renders an entry through a template, in place: page view (html and webView), HTML export
-  // (html only), plain text (neither). This base fills the entry's own fields; an override calls
-  // it first.
-  virtual void replaceKeysInTemplate(QString& text, Entry& entry, bool html, bool webView);
+  // (html only), plain text (neither). The entry's own fields first, then the entry page filler.
+  void replaceKeysInTemplate(QString& text, Entry& entry, bool html, bool webView);
 
-  // Finishes a link just added to an entry (moving and typing it); the base leaves it as it is.
-  virtual void processNewLink(Link& link) { Q_UNUSED(link); }
+  // Finishes a link just added to an entry through the new link handler; without one the link
+  // stays as it is.
+  void processNewLink(Link& link);
 
-  // Footer hooks: the totals of the entries as formatted texts (with footer, only those the
-  // footer shows), and the footer line rebuilt whenever the list or the selection changes.
-  virtual QVariantMap collectionTotalsDictionaryFor(const std::vector<Entry*>& entries, bool footer);
-  virtual void refreshCollectionStatistics();
+  // The footer: the totals of the entries as formatted texts (with footer, only those the footer
+  // shows), and the footer line rebuilt whenever the list or the selection changes. Without a
+  // totals provider there are no totals and the line is empty.
+  QVariantMap collectionTotalsDictionaryFor(const std::vector<Entry*>& entries, bool footer);
+  void refreshCollectionStatistics();
+
+  // The ports the product plugs in, kept by reference; null unplugs.
+  void setEntryPageFiller(EntryPageFiller* filler) { entryPageFiller_ = filler; }
+  void setTotalsProvider(TotalsProvider* provider) { totalsProvider_ = provider; }
+  void setNewLinkHandler(NewLinkHandler* handler) { newLinkHandler_ = handler; }
   // Shows the number of selected entries beside the footer line.
   void setNumberOfSelectedInFooter();
 
@@ -163,4 +173,7 @@ class MyControllerShared {
   QString coverImageAddressPrefix_;
   std::unique_ptr<PrintController> print_;
   QHash<qint64, size_t> coverHashes_;  // what each cover written by this process holds
+  EntryPageFiller* entryPageFiller_ = nullptr;
+  TotalsProvider* totalsProvider_ = nullptr;
+  NewLinkHandler* newLinkHandler_ = nullptr;
 };

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-// Settings keys of the music cataloguer, spelled as they are stored.
+// Settings keys of the application, spelled as they are stored.
 namespace SettingsKeys {
 inline const QString infoTemplate = QStringLiteral("InfoTemplate");
 inline const QString releaseDateFormat = QStringLiteral("releaseDateFormat");

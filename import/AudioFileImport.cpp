@@ -5,8 +5,12 @@
 #include "Link.h"
 #include "LibraryTrackMapping.h"
 #include "MyAudioMetadata.h"
-#include "MyControllerShared.h"
+#include "CollectionsController.h"
+#include "EntriesController.h"
+#include "ImportServices.h"
 #include "Platform.h"
+#include "Store.h"
+#include "StringTable.h"
 #include "WindowSystem.h"
 
 #include <QDirIterator>
@@ -77,27 +81,27 @@ class TagPipeline {
   std::vector<std::thread> workers_;
 };
 
-QString importedAudioName(const MyControllerShared& c) {
-  return c.frameworkBundle().localizedString(QStringLiteral("Imported Audio"), QStringLiteral("Imported Audio"));
+QString importedAudioName(const ImportServices& c) {
+  return c.strings.localizedString(QStringLiteral("Imported Audio"), QStringLiteral("Imported Audio"));
 }
 
-void show(MyControllerShared& c, Collection* collection, Entry* entry) {
-  c.collections().selectCollection(collection);
-  c.entriesController().rearrangeObjects();
-  c.selectEntry(entry);
+void show(const ImportServices& c, Collection* collection, Entry* entry) {
+  c.collections.selectCollection(collection);
+  c.entries.rearrangeObjects();
+  c.select(entry);
 }
 
 }  // namespace
 
-bool AudioFileImport::isSkippedDuplicate(MyControllerShared& c, const QString& path) {
-  return c.entryWithLink(linkText(path)) && !c.importDuplicates();
+bool AudioFileImport::isSkippedDuplicate(const ImportServices& c, const QString& path) {
+  return c.store.entryWithLink(linkText(path)) && !c.importDuplicates();
 }
 
-Entry* AudioFileImport::importTags(MyControllerShared& c, const AlbumTable& run, const QString& path, const QVariantMap& metadata,
-                                   bool select) {
+Entry* AudioFileImport::importTags(const ImportServices& c, ImportSession* session, const QString& path,
+                                   const QVariantMap& metadata, bool select) {
   bool existed = false;
-  Entry* entry = LibraryTrackMapping::entryForTrack(c, run, metadata, &existed);
-  c.windowSystem().setProgressSubtitle(entry->stringValue(QStringLiteral("title")));
+  Entry* entry = LibraryTrackMapping::entryForTrack(c, session, metadata, &existed);
+  c.windowSystem.setProgressSubtitle(entry->stringValue(QStringLiteral("title")));
   entry->setValue(QStringLiteral("format"), QStringLiteral("Digital"));
   const QString baseName = QFileInfo(path).completeBaseName();
   if (entry->value(QStringLiteral("title")).isNull()) entry->setValue(QStringLiteral("title"), baseName);
@@ -109,10 +113,10 @@ Entry* AudioFileImport::importTags(MyControllerShared& c, const AlbumTable& run,
   link->setValue(QStringLiteral("position"), trackNumber != 0 ? trackNumber : qint64(entry->linksSet().size()));
   entry->addLink(std::move(link));
   const QString name = importedAudioName(c);
-  CollectionsController& collections = c.collections();
+  CollectionsController& collections = c.collections;
   Collection* collection = collections.collectionWithName(name, true);
   if (!collection) collection = collections.createCollectionNamed(name, {});
-  if (!existed) c.addEntry(entry, collection);
+  if (!existed) c.store.addEntryToCollection(entry, collection);
   if (select) show(c, collection, entry);
   return entry;
 }
@@ -128,36 +132,37 @@ QStringList AudioFileImport::audioFilesIn(const QString& folder) {
   return paths;
 }
 
-int AudioFileImport::importFiles(MyControllerShared& c, const AlbumTable& run, const QStringList& paths, ImportBatch batch) {
-  WindowSystem& ws = c.windowSystem();
-  ws.showProgressSheet(ImportRun::addingEntriesTitle(c.frameworkBundle()), QString(), int(paths.size()));
+int AudioFileImport::importFiles(const ImportServices& c, ImportSession* session, const QStringList& paths,
+                                 ImportBatch batch) {
+  WindowSystem& ws = c.windowSystem;
+  ws.showProgressSheet(ImportRun::addingEntriesTitle(c.strings), QString(), int(paths.size()));
   const int threads = std::clamp(QThread::idealThreadCount(), 1, 8);
   int imported = 0;
   Entry* last = nullptr;
   // Paths are distinct, so only what the catalogue held before can make a duplicate; asked with
   // nothing unsaved, each look-up is one indexed query instead of a walk over unsaved links.
-  if (c.managedObjectContext().hasChanges()) c.saveManagedObjectContext();
+  if (c.store.hasChanges()) c.save();
   std::vector<bool> duplicate(size_t(paths.size()), false);
   for (qsizetype i = 0; i < paths.size(); ++i) duplicate[size_t(i)] = isSkippedDuplicate(c, paths[i]);
   {
-    TagPipeline pipeline(paths, c.platform().tagReader(), threads, 64);
+    TagPipeline pipeline(paths, c.platform.tagReader(), threads, 64);
     for (qsizetype i = 0; i < paths.size(); ++i) {
       QVariantMap tags = pipeline.take(i);
       bool made = false;
       if (!duplicate[size_t(i)]) {
         // Showing the list after every file would sort it 10,000 times: it is shown once, at the end.
-        const size_t before = c.managedObjectContext().entries().size();
-        last = importTags(c, run, paths[i], tags, false);
-        made = c.managedObjectContext().entries().size() != before;
+        const size_t before = c.store.entries().size();
+        last = importTags(c, session, paths[i], tags, false);
+        made = c.store.entries().size() != before;
         ++imported;
       }
       ws.increaseProgress();
-      if (batch.add(made) && !c.saveManagedObjectContext()) break;
+      if (batch.add(made) && !c.save()) break;
       if (ws.progressCancelled()) break;
     }
   }
-  const bool saved = c.saveManagedObjectContext();
+  const bool saved = c.save();
   ws.closeProgressSheet();
-  if (last) show(c, c.collections().collectionWithName(importedAudioName(c), true), last);
+  if (last) show(c, c.collections.collectionWithName(importedAudioName(c), true), last);
   return saved ? imported : 0;
 }

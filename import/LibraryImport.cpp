@@ -2,15 +2,16 @@
 
 #include "Entry.h"
 #include "LibraryTrackMapping.h"
-#include "MyControllerShared.h"
+#include "ImportServices.h"
+#include "StringTable.h"
 #include "WindowSystem.h"
 
-std::vector<Entry*> LibraryImport::importTracks(MyControllerShared& c, const AlbumTable& run, const QVariantList& tracks,
+std::vector<Entry*> LibraryImport::importTracks(const ImportServices& c, ImportSession* session, const QVariantList& tracks,
                                                 ImportBatch batch) {
   std::vector<Entry*> entries;
-  WindowSystem& ws = c.windowSystem();
+  WindowSystem& ws = c.windowSystem;
   ws.showProgressSheet(
-      c.frameworkBundle().localizedString(QStringLiteral("ImportingFromItunes"), QStringLiteral("Importing from iTunes...")),
+      c.strings.localizedString(QStringLiteral("ImportingFromItunes"), QStringLiteral("Importing from iTunes...")),
       QString(), int(tracks.size()));
   for (const QVariant& value : tracks) {
     if (value.typeId() != QMetaType::QVariantMap) continue;
@@ -19,11 +20,11 @@ std::vector<Entry*> LibraryImport::importTracks(MyControllerShared& c, const Alb
         track.value(QStringLiteral("TV Show")).toBool())
       continue;
     bool existed = false;
-    Entry* entry = LibraryTrackMapping::entryForTrack(c, run, track, &existed);
+    Entry* entry = LibraryTrackMapping::entryForTrack(c, session, track, &existed);
     ws.setProgressSubtitle(entry->stringValue(QStringLiteral("title")));
     if (!existed) entries.push_back(entry);
     ws.increaseProgress();
-    if (batch.add(!existed) && !c.saveManagedObjectContext()) break;
+    if (batch.add(!existed) && !c.save()) break;
     if (ws.progressCancelled()) break;
   }
   ws.closeProgressSheet();

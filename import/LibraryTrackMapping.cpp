@@ -2,10 +2,13 @@
 
 #include "Entry.h"
 #include "MyAudioMetadata.h"
-#include "MyControllerShared.h"
+#include "ImportServices.h"
+#include "ImportSession.h"
 #include "MyFieldsControllerShared.h"
 #include "Picture.h"
 #include "Platform.h"
+#include "Store.h"
+#include "StringTable.h"
 #include "TextHelpers.h"
 
 #include <QDateTime>
@@ -107,8 +110,8 @@ void addToExisting(Entry& entry, const Derived& d, const QVariantMap& t) {
   entry.setValue(QStringLiteral("duration"), TextHelpers::timeStringWithSeconds(before + d.seconds));
 }
 
-Entry* newEntry(MyControllerShared& c, const AlbumTable& run, const Derived& d, const QVariantMap& t, const QString& unknown) {
-  Entry* entry = c.managedObjectContext().insertEntry();
+Entry* newEntry(const ImportServices& c, ImportSession* session, const Derived& d, const QVariantMap& t, const QString& unknown) {
+  Entry* entry = c.store.insertEntry();
   const QDateTime now = QDateTime::currentDateTimeUtc();
   entry->setValue(QStringLiteral("dateEdited"), now);
   entry->setValue(QStringLiteral("dateAdded"), now);
@@ -134,7 +137,7 @@ Entry* newEntry(MyControllerShared& c, const AlbumTable& run, const Derived& d, 
   entry->setValue(QStringLiteral("itunes"), 1);
   const QVariant added = t.value(QStringLiteral("Date Added"));
   if (added.typeId() == QMetaType::QDateTime && added.toDateTime().isValid()) entry->setValue(QStringLiteral("dateAdded"), added);
-  if (run.albumsAdded) run.albumsAdded->insert(d.key, entry->uid());
+  if (session) session->albumsAdded.insert(d.key, entry->uid());
   return entry;
 }
 
@@ -142,33 +145,33 @@ Entry* newEntry(MyControllerShared& c, const AlbumTable& run, const Derived& d, 
 QVariant pictureOf(const QVariant& v) { return Picture::sizeOf(v).isValid() ? v : QVariant(); }
 
 // The library gives a track's file as a "file://" address.
-QVariant pictureInFileAt(MyControllerShared& c, const QVariant& location) {
+QVariant pictureInFileAt(const ImportServices& c, const QVariant& location) {
   const QUrl url(location.toString());
   if (!url.isLocalFile()) return {};
-  return pictureOf(MyAudioMetadata::getMetadataForPath(url.toLocalFile(), c.platform().tagReader()).value(QStringLiteral("image")));
+  return pictureOf(MyAudioMetadata::getMetadataForPath(url.toLocalFile(), c.platform.tagReader()).value(QStringLiteral("image")));
 }
 
-void settleCover(MyControllerShared& c, const AlbumTable& run, Entry& entry, const QVariantMap& t) {
+void settleCover(const ImportServices& c, ImportSession* session, Entry& entry, const QVariantMap& t) {
   const qint64 uid = entry.uid();
-  if (run.importedImages && run.importedImages->contains(uid)) return;
+  if (session && session->importedImages.contains(uid)) return;
   const auto settled = [&] {
-    if (run.importedImages) run.importedImages->append(uid);
+    if (session) session->importedImages.append(uid);
   };
   if (const QVariant artwork = pictureOf(t.value(QStringLiteral("artwork"))); artwork.isValid()) {
-    if (c.setCoverImage(entry, artwork)) settled();
+    if (c.setCover(entry, artwork)) settled();
   } else if (t.contains(QStringLiteral("Persistent ID"))) {
     const QString id = t.value(QStringLiteral("Persistent ID")).toString();
-    if (run.entireLibrary && LibraryTrackMapping::lookForiTunesImage(c, id, entry, *run.entireLibrary)) settled();
+    if (session && LibraryTrackMapping::lookForiTunesImage(c, id, entry, session->entireLibrary)) settled();
     // With no player to ask, the picture embedded in the track's own file stands in.
     else if (const QVariant embedded = pictureInFileAt(c, t.value(QStringLiteral("Location")));
-             embedded.isValid() && c.setCoverImage(entry, embedded))
+             embedded.isValid() && c.setCover(entry, embedded))
       settled();
   } else if (const QVariant image = pictureOf(t.value(QStringLiteral("image"))); image.isValid()) {
-    c.setCoverImage(entry, image);
+    c.setCover(entry, image);
   }
 }
 
-void fillWhenEmpty(MyControllerShared& c, Entry& entry, const QVariantMap& t) {
+void fillWhenEmpty(Entry& entry, const QVariantMap& t) {
   const auto fill = [&](const char* key, const char* attribute, const QVariant& value) {
     if (t.contains(QString::fromLatin1(key)) && entry.value(QString::fromLatin1(attribute)).isNull())
       entry.setValue(QString::fromLatin1(attribute), value);
@@ -178,7 +181,6 @@ void fillWhenEmpty(MyControllerShared& c, Entry& entry, const QVariantMap& t) {
   fill("Disc Count", "discs", QString::number(integerOf(t.value(QStringLiteral("Disc Count")))));
   fill("Sort Album", "sortTitle", t.value(QStringLiteral("Sort Album")));
   fill("Comments", "comments", t.value(QStringLiteral("Comments")));
-  Q_UNUSED(c);
 }
 
 void setReleaseDate(Entry& entry, const QVariantMap& t) {
@@ -193,33 +195,33 @@ void setReleaseDate(Entry& entry, const QVariantMap& t) {
   if (d > sentinel && d.date().year() > 0) entry.setValue(QStringLiteral("releaseDate"), d);
 }
 
-std::optional<QString> customFieldKey(const MyFieldsControllerShared& fields, const AlbumTable& run, const QString& title) {
-  if (!run.customFieldKeys) return fields.customFieldWithTitle(title);
-  auto it = run.customFieldKeys->constFind(title);
-  if (it == run.customFieldKeys->constEnd())
-    it = run.customFieldKeys->insert(title, fields.customFieldWithTitle(title).value_or(QString()));
+std::optional<QString> customFieldKey(const MyFieldsControllerShared& fields, ImportSession* session, const QString& title) {
+  if (!session) return fields.customFieldWithTitle(title);
+  auto it = session->customFieldKeys.constFind(title);
+  if (it == session->customFieldKeys.constEnd())
+    it = session->customFieldKeys.insert(title, fields.customFieldWithTitle(title).value_or(QString()));
   return it->isEmpty() ? std::nullopt : std::optional<QString>(*it);
 }
 
-void setCustomFields(MyControllerShared& c, const AlbumTable& run, Entry& entry, const QVariantMap& t) {
-  const MyFieldsControllerShared* fields = c.fieldsController();
+void setCustomFields(const ImportServices& c, ImportSession* session, Entry& entry, const QVariantMap& t) {
+  const MyFieldsControllerShared* fields = c.fields;
   if (!fields) return;
   for (const char* title : {"Grouping", "Bit Rate", "BPM", "Kind", "Encoded with", "Sample Rate", "Sample Size"}) {
     const QVariant v = t.value(QString::fromLatin1(title));
     if (v.isNull()) continue;
-    const auto key = customFieldKey(*fields, run, QString::fromLatin1(title));
+    const auto key = customFieldKey(*fields, session, QString::fromLatin1(title));
     if (!key || !entry.hasKey(*key) || !entry.value(*key).isNull()) continue;
     entry.setValue(*key, textOf(v));
   }
 }
 
-void poolRating(const AlbumTable& run, Entry& entry, const Derived& d, const QVariantMap& t) {
+void poolRating(ImportSession* session, Entry& entry, const Derived& d, const QVariantMap& t) {
   if (!t.contains(QStringLiteral("Rating"))) return;
   const qint64 r = integerOf(t.value(QStringLiteral("Rating"))) / 10;
   if (r < 0 || r > 10) return;
-  QVariantList ratings = run.ratings ? run.ratings->value(d.key).toList() : QVariantList();
+  QVariantList ratings = session ? session->ratings.value(d.key).toList() : QVariantList();
   ratings << r;
-  if (run.ratings) run.ratings->insert(d.key, ratings);
+  if (session) session->ratings.insert(d.key, ratings);
   qint64 sum = 0;
   for (const QVariant& v : std::as_const(ratings)) sum += v.toLongLong();
   entry.setValue(QStringLiteral("myRating"), sum / ratings.size());
@@ -237,40 +239,41 @@ QString LibraryTrackMapping::albumKey(const QVariantMap& t, const QString& unkno
   return album + artist;
 }
 
-bool LibraryTrackMapping::lookForiTunesImage(MyControllerShared& controller, const QString& persistentID, Entry& entry,
+bool LibraryTrackMapping::lookForiTunesImage(const ImportServices& services, const QString& persistentID, Entry& entry,
                                              const QVariantList& library) {
   if (persistentID.isEmpty()) return false;
   for (const QVariant& v : library) {
     const QVariantMap track = v.toMap();
     if (track.value(QStringLiteral("Persistent ID")).toString() != persistentID) continue;
     const QVariant artwork = pictureOf(track.value(QStringLiteral("artwork")));
-    return artwork.isValid() && controller.setCoverImage(entry, artwork);
+    return artwork.isValid() && services.setCover(entry, artwork);
   }
   return false;
 }
 
-Entry* LibraryTrackMapping::entryForTrack(MyControllerShared& c, const AlbumTable& run, const QVariantMap& t, bool* wasExisting) {
-  const QString unknown = c.frameworkBundle().localizedString(QStringLiteral("Unknown"), QStringLiteral("Unknown"));
+Entry* LibraryTrackMapping::entryForTrack(const ImportServices& c, ImportSession* session, const QVariantMap& t,
+                                          bool* wasExisting) {
+  const QString unknown = c.strings.localizedString(QStringLiteral("Unknown"), QStringLiteral("Unknown"));
   const Derived d = derive(t, unknown);
   Entry* entry = nullptr;
-  if (run.albumsAdded && run.albumsAdded->contains(d.key))
-    entry = c.managedObjectContext().entryWithUID(run.albumsAdded->value(d.key).toLongLong());
+  if (session && session->albumsAdded.contains(d.key))
+    entry = c.store.entryWithUID(session->albumsAdded.value(d.key).toLongLong());
   if (entry) {
     if (wasExisting) *wasExisting = true;
     addToExisting(*entry, d, t);
   } else {
-    entry = newEntry(c, run, d, t, unknown);
+    entry = newEntry(c, session, d, t, unknown);
   }
-  settleCover(c, run, *entry, t);
+  settleCover(c, session, *entry, t);
   // The entry's "disc" is not kept by this catalogue and reads as zero.
   if (d.discNumber > 0) entry->setValue(QStringLiteral("discs"), QString::number(d.discNumber));
   if (t.contains(QStringLiteral("summary"))) entry->setValue(QStringLiteral("summary"), t.value(QStringLiteral("summary")));
-  fillWhenEmpty(c, *entry, t);
+  fillWhenEmpty(*entry, t);
   if (d.albumArtist) entry->setValue(QStringLiteral("artist"), *d.albumArtist);
   setReleaseDate(*entry, t);
   if (!d.composer.isNull() && entry->value(QStringLiteral("composer")).isNull())
     entry->setValue(QStringLiteral("composer"), d.composer);
-  setCustomFields(c, run, *entry, t);
-  poolRating(run, *entry, d, t);
+  setCustomFields(c, session, *entry, t);
+  poolRating(session, *entry, d, t);
   return entry;
 }

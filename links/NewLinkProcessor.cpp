@@ -2,9 +2,9 @@
 
 #include "FileMover.h"
 #include "Link.h"
-#include "MyControllerShared.h"
 #include "Platform.h"
 #include "Settings.h"
+#include "StringTable.h"
 #include "WindowSystem.h"
 
 #include <QDir>
@@ -18,10 +18,10 @@ const QString fileScheme = QStringLiteral("file:///");
 
 void NewLinkProcessor::process(Link& link) {
   const QString url = link.stringValue(QStringLiteral("url"));
-  const QString movie = controller_.frameworkBundle().localizedString(QStringLiteral("Movie"));
+  const QString movie = services_.strings.localizedString(QStringLiteral("Movie"));
   if (link.stringValue(QStringLiteral("type")) == movie) {
     link.setValue(QStringLiteral("type"), movie);
-    if (controller_.preferencesStandard().boolForKey(QStringLiteral("Move Movies")) && !url.startsWith(dataFolderPrefix) &&
+    if (services_.settings.boolForKey(QStringLiteral("Move Movies")) && !url.startsWith(dataFolderPrefix) &&
         !fileMovie(link, url))
       return;
   }
@@ -29,7 +29,7 @@ void NewLinkProcessor::process(Link& link) {
 }
 
 bool NewLinkProcessor::fileMovie(Link& link, const QString& url) {
-  const QString folder = QDir::cleanPath(controller_.dataFolderPath() + QStringLiteral("/QuickTime"));
+  const QString folder = QDir::cleanPath(services_.dataFolder() + QStringLiteral("/QuickTime"));
   const QString name = QFileInfo(url).fileName();
   const QString destination = folder + QLatin1Char('/') + name;
   const QString source = url.startsWith(fileScheme) ? url.mid(7) : url;
@@ -38,10 +38,10 @@ bool NewLinkProcessor::fileMovie(Link& link, const QString& url) {
     std::fprintf(stderr, "Error creating QuickTime directory at: %s\nError: %s\n", qPrintable(folder),
                  "the folder could not be created");
   if (QFileInfo::exists(destination)) {
-    const int answer = controller_.windowSystem().runAlert(
+    const int answer = services_.windowSystem.runAlert(
         QStringLiteral("File Exist"),
         QStringLiteral("A file with the same name exist at the destination, do you wish to overwrite it?"),
-        {QStringLiteral("OK"), controller_.frameworkBundle().localizedString(QStringLiteral("Cancel"))});
+        {QStringLiteral("OK"), services_.strings.localizedString(QStringLiteral("Cancel"))});
     if (answer != 0) return false;
     // Moved aside rather than removed, so that a move that then fails loses nothing.
     const QString aside = destination + QStringLiteral(".replaced");
@@ -61,7 +61,7 @@ bool NewLinkProcessor::fileMovie(Link& link, const QString& url) {
 }
 
 bool NewLinkProcessor::moveFailed(const QString& url, const QString& error) {
-  controller_.windowSystem().runAlert(
+  services_.windowSystem.runAlert(
       QStringLiteral("File Error"),
       QStringLiteral("There was an error moving the file to the data folder and the file has not been moved."),
       {QStringLiteral("OK")});
@@ -77,7 +77,7 @@ void NewLinkProcessor::type(Link& link, const QString& url) {
   } else if (name.contains(QLatin1String("QuickTime"), Qt::CaseInsensitive)) {
     link.setValue(QStringLiteral("type"), QStringLiteral("QuickTime Movie"));
   } else if (url.startsWith(fileScheme)) {
-    QString application = controller_.platform().applicationForFile(url.mid(7));
+    QString application = services_.platform.applicationForFile(url.mid(7));
     if (application.endsWith(QLatin1String(".app"))) application.chop(4);
     if (!application.isEmpty()) link.setValue(QStringLiteral("type"), QStringLiteral("App: %1").arg(application));
   }

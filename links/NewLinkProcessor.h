@@ -1,17 +1,32 @@
 #pragma once
 
+#include "NewLinkHandler.h"
+
 #include <QString>
+#include <functional>
 
 class Link;
-class MyControllerShared;
+class Platform;
+class Settings;
+class StringTable;
+class WindowSystem;
 
 // Finishes a link just added to an entry: a movie is moved into the data folder's "QuickTime"
 // folder when the "Move Movies" setting is on, and a link without a type gets one from its name
 // or from the application that opens its file.
-class NewLinkProcessor {
+class NewLinkProcessor : public NewLinkHandler {
  public:
-  explicit NewLinkProcessor(MyControllerShared& controller) : controller_(controller) {}
-  void process(Link& link);
+  struct Services {
+    const Settings& settings;
+    WindowSystem& windowSystem;
+    Platform& platform;
+    const StringTable& strings;
+    // The data folder as it is when a link arrives: it follows the open catalogue.
+    std::function<QString()> dataFolder;
+  };
+
+  explicit NewLinkProcessor(Services services) : services_(std::move(services)) {}
+  void process(Link& link) override;
 
  private:
   // False when the handling must end here (the user cancelled, or the move failed).
@@ -19,5 +34,5 @@ class NewLinkProcessor {
   bool moveFailed(const QString& url, const QString& error);
   void type(Link& link, const QString& url);
 
-  MyControllerShared& controller_;
+  Services services_;
 };

@@ -1,32 +1,49 @@
 #include "MyController.h"
 
-#include "AudioFileImport.h"
-#include "CollectionTotals.h"
 #include "Disc4ToDisc5.h"
 #include "Entry.h"
+#include "FileKind.h"
 #include "Freedb.h"
-#include "LibraryImport.h"
-#include "LibraryTrackMapping.h"
+#include "ImportDispatcher.h"
 #include "LibraryXml.h"
-#include "MyAudioMetadata.h"
 #include "MyFieldsController.h"
-#include "NewLinkProcessor.h"
 #include "Platform.h"
 #include "PrintController.h"
 #include "PrintLayouts.h"
 #include "Settings.h"
 #include "SettingsKeys.h"
-#include "TextHelpers.h"
-#include "TrackMarkup.h"
 #include "WindowSystem.h"
 
 #include <QDateTime>
-#include <cstdio>
 
 MyController::MyController(Settings& settings, WindowSystem& windowSystem, Platform& platform)
-    : MyControllerShared(settings, windowSystem, platform), totals_(frameworkBundle()) {
+    : MyControllerShared(settings, windowSystem, platform),
+      totals_(frameworkBundle()),
+      trackRows_(&addPanel().trackData()),
+      newLinks_({settings, windowSystem, platform, frameworkBundle(), [this] { return dataFolderPath(); }}),
+      discScan_({settings, windowSystem, platform, frameworkBundle(), pluginManager(), addPanel(),
+                 [this] { addEntryFromAddPanelCheckForDuplicates(false); },
+                 [this](SitePlugin& site, int results) { resultsFoundWithSite(site, results); },
+                 [this](const QString& menuItem) { getPluginsInfo(menuItem); }}) {
   setFieldsController(std::make_unique<MyFieldsController>(settings, frameworkBundle()));
   managedObjectContext().setMigrationPolicy(std::make_shared<Disc4ToDisc5>());
+  setEntryPageFiller(&trackRows_);
+  setTotalsProvider(&totals_);
+  setNewLinkHandler(&newLinks_);
+  imports_ = std::make_unique<ImportDispatcher>(ImportServices{
+      .store = managedObjectContext(),
+      .collections = collections(),
+      .entries = entriesController(),
+      .windowSystem = windowSystem,
+      .strings = frameworkBundle(),
+      .platform = platform,
+      .fields = fieldsController(),
+      .save = [this] { return saveManagedObjectContext(); },
+      .select = [this](Entry* entry) { selectEntry(entry); },
+      .setCover = [this](Entry& entry, const QVariant& picture) { return setCoverImage(entry, picture); },
+      .importDuplicates = [this] { return importDuplicates(); },
+      .dataFolder = [this] { return dataFolderPath(); },
+  });
 }
 
 MyController::~MyController() { waitForLibraryRefresh(); }
@@ -74,7 +91,7 @@ void MyController::applicationWillFinishLaunching() {
 }
 
 void MyController::applicationDidFinishLaunching() {
-  platform().observeMounts([this](const QString& volumePath) { NSWorkspaceDidMountNotification(volumePath); });
+  platform().observeMounts([this](const QString& volumePath) { discScan_.volumeMounted(volumePath); });
   freedb();
   pluginManager().setOrderFromPrefs();
 
@@ -148,29 +165,24 @@ QStringList MyController::commonAttributesForNamingNewCollection() const {
           "arrangedBy", "producer", "mixedBy", "awards", "genre"};
 }
 
-void MyController::replaceKeysInTemplate(QString& text, Entry& entry, bool html, bool webView) {
-  MyControllerShared::replaceKeysInTemplate(text, entry, html, webView);
-  const TrackMarkup::Result result = TrackMarkup::apply(text, entry, {html, webView, &addPanel().trackData()});
-  if (!result.reason.isEmpty())
-    std::fprintf(stderr, "Track rows of entry %lld left unfilled: %s\n", entry.uid(), qPrintable(result.reason));
-}
-
-QVariantMap MyController::collectionTotalsDictionaryFor(const std::vector<Entry*>& entries, bool footer) {
-  return totals_.totals(entries, footer, bottomFields(), qsizetype(entriesController().arrangedObjects().size()));
-}
-
-void MyController::refreshCollectionStatistics() {
-  const auto& selected = entriesController().selectedObjects();
-  multipleSelection = selected.size() >= 2;
-  const QVariantMap totals =
-      collectionTotalsDictionaryFor(multipleSelection ? selected : entriesController().arrangedObjects(), true);
-  windowFooterString = totals_.footer(totals, bottomFields(), multipleSelection);
-  setNumberOfSelectedInFooter();
-}
-
 QString MyController::totalDuration(const QVariantList& tracks) { return CollectionTotals::totalDuration(tracks); }
 
-void MyController::processNewLink(Link& link) { NewLinkProcessor(*this).process(link); }
+HtmlExport::Services MyController::htmlExportServices() {
+  return {
+      .windowSystem = windowSystem(),
+      .strings = frameworkBundle(),
+      .dataFolder = dataFolderPath(),
+      .renderPage =
+          [this](QString& page, Entry& entry, const QString& coverPrefix) {
+            const QString previous = coverImageAddressPrefix();
+            setCoverImageAddressPrefix(coverPrefix);
+            replaceKeysInTemplate(page, entry, true, false);
+            setCoverImageAddressPrefix(previous);
+          },
+      .totals = [this](const std::vector<Entry*>& entries) { return collectionTotalsDictionaryFor(entries, false); },
+      .templateOptions = [this](const Entry& entry) { return entryTemplateOptions(entry, true); },
+  };
+}
 
 bool MyController::handleIncomingString(const QString& text) {
   if (MyControllerShared::handleIncomingString(text)) return true;
@@ -187,53 +199,33 @@ bool MyController::handleIncomingString(const QString& text) {
   return true;
 }
 
-AlbumTable MyController::importRun() {
-  return {iTunesAlbumsAdded_.get(), iTunesRatings_.get(), importedImages_.get(), &iTunesEntireLibrary_,
-          iTunesAlbumsAdded_ ? &customFieldKeys_ : nullptr};
+bool MyController::openFile(const QString& path) { return imports_->openFile(path); }
+
+void MyController::importCollection() {
+  const QStringList paths =
+      windowSystem().runOpenPanel(localized(QStringLiteral("Import")), ImportDispatcher::openPanelTypes(), true);
+  for (const QString& path : paths) openFile(path);
 }
 
-bool MyController::openImportRun() {
-  if (iTunesAlbumsAdded_) return false;
-  iTunesAlbumsAdded_ = std::make_unique<QVariantMap>();
-  iTunesRatings_ = std::make_unique<QVariantMap>();
-  importedImages_ = std::make_unique<QVariantList>();
-  customFieldKeys_.clear();
-  iTunesEntireLibrary_ = platform().musicLibraryTracks();
-  return true;
-}
+QString MyController::cardExtension() { return FileKind::cardExtension; }
 
-void MyController::closeImportRun() {
-  iTunesEntireLibrary_.clear();
-  iTunesAlbumsAdded_.reset();
-  iTunesRatings_.reset();
-  importedImages_.reset();
-}
+bool MyController::openImportRun() { return imports_->openSession(); }
+
+void MyController::closeImportRun() { imports_->closeSession(); }
+
+const ImportSession* MyController::importSession() const { return imports_->session(); }
 
 Entry* MyController::entryForiTunesTrack(const QVariantMap& track, bool* wasExisting) {
-  return LibraryTrackMapping::entryForTrack(*this, importRun(), track, wasExisting);
+  return imports_->entryForTrack(track, wasExisting);
 }
 
-bool MyController::importAudioFile(const QString& given) {
-  const QString path = TextHelpers::absoluteCleanPath(given);
-  if (AudioFileImport::isSkippedDuplicate(*this, path)) return false;
-  AudioFileImport::importTags(*this, importRun(), path, MyAudioMetadata::getMetadataForPath(path, platform().tagReader()));
-  return saveManagedObjectContext();
-}
+bool MyController::importAudioFile(const QString& path) { return imports_->importAudioFile(path); }
 
-bool MyController::openDirectory(const QString& path) {
-  const bool opened = openImportRun();
-  const int imported =
-      AudioFileImport::importFiles(*this, importRun(), AudioFileImport::audioFilesIn(TextHelpers::absoluteCleanPath(path)));
-  if (opened) closeImportRun();
-  return imported > 0;
-}
+bool MyController::openDirectory(const QString& path) { return imports_->openDirectory(path); }
 
-bool MyController::importItunesFromTracks(const QVariantList& tracks) {
-  const bool opened = openImportRun();
-  importedEntries_ = LibraryImport::importTracks(*this, importRun(), tracks);
-  if (opened) closeImportRun();
-  return saveManagedObjectContext() && !importedEntries_.empty();
-}
+bool MyController::importItunesFromTracks(const QVariantList& tracks) { return imports_->importItunesFromTracks(tracks); }
+
+const std::vector<Entry*>& MyController::importedEntries() const { return imports_->importedEntries(); }
 
 QString MyController::libraryXmlPath() const {
   const QString chosen = preferencesStandard().stringForKey(SettingsKeys::iTunesLibraryXML);
@@ -258,7 +250,7 @@ bool MyController::importLibraryPlaylist(const LibraryXml& library, const QStrin
   importItunesFromTracks(tracks);
   // The library file names no collection for its playlists.
   const QString name = QStringLiteral("None");
-  Collection* collection = collections().createCollectionNamed(name, importedEntries_);
+  Collection* collection = collections().createCollectionNamed(name, importedEntries());
   collections().selectCollection(collection);
   return saveManagedObjectContext();
 }

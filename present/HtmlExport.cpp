@@ -2,7 +2,7 @@
 
 #include "Entry.h"
 #include "EntryTemplate.h"
-#include "MyControllerShared.h"
+#include "StringTable.h"
 #include "TransientRelationships.h"
 #include "WindowSystem.h"
 
@@ -106,16 +106,13 @@ bool HtmlExport::writePages(const std::vector<Entry*>& entries, const QString& t
     *error = QStringLiteral("cannot create %1/%2").arg(staging, coversFolder);
     return false;
   }
-  WindowSystem& windowSystem = controller_.windowSystem();
-  windowSystem.showProgressSheet(controller_.frameworkBundle().localizedString(QStringLiteral("Exporting")), title,
+  WindowSystem& windowSystem = services_.windowSystem;
+  windowSystem.showProgressSheet(services_.strings.localizedString(QStringLiteral("Exporting")), title,
                                  int(entries.size()));
   const auto closeSheet = qScopeGuard([&] { windowSystem.closeProgressSheet(); });
   // Pages point at the copies beside them, not at the data folder.
-  const QString previousPrefix = controller_.coverImageAddressPrefix();
-  controller_.setCoverImageAddressPrefix(coversFolder + QLatin1Char('/'));
-  const auto restorePrefix = qScopeGuard([&] { controller_.setCoverImageAddressPrefix(previousPrefix); });
-
-  const QString dataFolder = controller_.dataFolderPath();
+  const QString coverPrefix = coversFolder + QLatin1Char('/');
+  const QString& dataFolder = services_.dataFolder;
   for (Entry* entry : entries) {
     if (windowSystem.progressCancelled()) {
       *error = QStringLiteral("the export was cancelled");
@@ -130,7 +127,7 @@ bool HtmlExport::writePages(const std::vector<Entry*>& entries, const QString& t
     QString page = pageTemplate;
     {
       TransientRelationships reading(*entry);
-      controller_.replaceKeysInTemplate(page, *entry, true, false);
+      services_.renderPage(page, *entry, coverPrefix);
     }
     if (!writeText(QStringLiteral("%1/%2.html").arg(staging).arg(entry->uid()), page, error)) return false;
     windowSystem.increaseProgress();
@@ -139,7 +136,7 @@ bool HtmlExport::writePages(const std::vector<Entry*>& entries, const QString& t
 }
 
 QString HtmlExport::indexPage(const std::vector<Entry*>& entries, const QString& title, const QString& staging) {
-  const StringTable& strings = controller_.frameworkBundle();
+  const StringTable& strings = services_.strings;
   auto text = [&](const char* key) { return EntryTemplate::encodedForHTML(strings.localizedString(QString::fromLatin1(key))); };
   QString html;
   html += QStringLiteral("<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
@@ -149,7 +146,7 @@ QString HtmlExport::indexPage(const std::vector<Entry*>& entries, const QString&
   html += QStringLiteral("<title>%1</title>\n<style>%2</style>\n</head>\n<body>\n<h1>%1</h1>\n")
               .arg(EntryTemplate::encodedForHTML(title), QString::fromUtf8(indexStyle));
 
-  const QVariantMap totals = controller_.collectionTotalsDictionaryFor(entries, false);
+  const QVariantMap totals = services_.totals(entries);
   if (!totals.isEmpty()) {
     QStringList keys;
     for (const auto& [key, label] : totalLabels)
@@ -172,7 +169,7 @@ QString HtmlExport::indexPage(const std::vector<Entry*>& entries, const QString&
               .arg(text("Title"), text("Artist"), text("Released"), text("Label"), text("Genre"), text("Format"),
                    text("My Rating"));
   for (Entry* entry : entries) {
-    const EntryTemplate::Options options = controller_.entryTemplateOptions(*entry, true);
+    const EntryTemplate::Options options = services_.templateOptions(*entry);
     auto field = [&](const char* key) {
       return EntryTemplate::encodedForHTML(EntryTemplate::displayText(*entry, QString::fromLatin1(key), options));
     };

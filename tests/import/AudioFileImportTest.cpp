@@ -90,7 +90,7 @@ TEST_F(AudioFileImportTest, FolderImportGroupsAlbumsSkipsBadFilesAndSaves) {
   EXPECT_EQ(titles, (QStringList{"Quod Libet Test Data/2", "The Resistance/1", "Unknown/2"}));
   EXPECT_FALSE(controller->managedObjectContext().hasChanges());
   EXPECT_EQ(windowSystem.openSheets, 0);
-  EXPECT_FALSE(controller->iTunesAlbumsAdded());  // the album table lives only for the folder
+  EXPECT_FALSE(controller->importSession());  // the import session lives only for the folder
 }
 
 TEST_F(AudioFileImportTest, CancelStopsAfterTheCurrentFileKeepingWhatWasImported) {

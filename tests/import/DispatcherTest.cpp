@@ -1,3 +1,4 @@
+#include "FileKind.h"
 #include "ImportTestSupport.h"
 
 namespace {
@@ -116,6 +117,48 @@ TEST_F(DispatcherTest, ImportPanelOffersTheTypesAndOpensEachChoice) {
   EXPECT_NE(entryTitled(*controller, "First"), nullptr);
   ASSERT_NE(entryTitled(*controller, "Second"), nullptr);
   EXPECT_EQ(entryTitled(*controller, "Second")->stringValue("artist"), "B");
+}
+
+TEST(FileKindTest, NamesDecideBeforeContentsAndCaseNeverMatters) {
+  EXPECT_EQ(FileKind::byName("/m/one.DiscaryCard", false), FileKind::Card);
+  EXPECT_EQ(FileKind::byName("/m/Shelf.XML", false), FileKind::Xml);
+  EXPECT_EQ(FileKind::byName("/m/Lib.plist", true), FileKind::Xml);  // a folder so named is still sniffed (and fails)
+  EXPECT_EQ(FileKind::byName("/m/song.MP3", false), FileKind::AudioFile);
+  EXPECT_EQ(FileKind::byName("/m/My FolioExtras/pack.xml", false), FileKind::ExtrasPackage);
+  EXPECT_EQ(FileKind::byName("/m/Music", true), FileKind::Folder);
+  EXPECT_EQ(FileKind::byName("/m/Books.shelfmark", true), FileKind::DelimitedText);
+  // Wrong or missing extensions go by the name all the same: the text importer judges the bytes.
+  EXPECT_EQ(FileKind::byName("/m/library.txt", false), FileKind::DelimitedText);
+  EXPECT_EQ(FileKind::byName("/m/song.mp3.txt", false), FileKind::DelimitedText);
+  EXPECT_EQ(FileKind::byName("/m/noextension", false), FileKind::DelimitedText);
+  EXPECT_EQ(FileKind::byName("", false), FileKind::DelimitedText);
+  EXPECT_EQ(FileKind::byName("/m/.", true), FileKind::Folder);
+}
+
+TEST(FileKindTest, HostileTextsSniffToNothingOrTheirKindWithoutReadingPastTheirEnd) {
+  EXPECT_EQ(FileKind::ofXmlText(u""), FileKind::Unrecognised);
+  const QString marker = "<key>Music Folder</key>";
+  // The library marker counts only in the first 500 characters of a longer text.
+  EXPECT_EQ(FileKind::ofXmlText(marker), FileKind::Unrecognised);
+  EXPECT_EQ(FileKind::ofXmlText(marker + QString(500 - marker.size(), ' ')), FileKind::Unrecognised);
+  EXPECT_EQ(FileKind::ofXmlText(marker + QString(501 - marker.size(), ' ')), FileKind::MusicLibrary);
+  EXPECT_EQ(FileKind::ofXmlText(QString(490, ' ') + marker + QString(100, ' ')), FileKind::Unrecognised);
+  // Truncated markers and binary noise.
+  EXPECT_EQ(FileKind::ofXmlText(u"<releases num="), FileKind::Unrecognised);
+  EXPECT_EQ(FileKind::ofXmlText(u"<release id"), FileKind::Unrecognised);
+  EXPECT_EQ(FileKind::ofXmlText(u"<CDInfo count="), FileKind::Unrecognised);
+  QString noise;
+  for (int i = 0; i < 4096; ++i) noise += QChar(char16_t((i * 7919) % 0xD800));
+  EXPECT_EQ(FileKind::ofXmlText(noise), FileKind::Unrecognised);
+  // A megabyte on one line: markers anywhere still count, markers bound to the start do not.
+  const QString line(1 << 20, 'x');
+  EXPECT_EQ(FileKind::ofXmlText(line + "<release id=\"1\">"), FileKind::ReleaseList);
+  EXPECT_EQ(FileKind::ofXmlText(line + "CD_APPLE_MAGIC_NUMBER_TAG"), FileKind::Unrecognised);
+  EXPECT_EQ(FileKind::ofXmlText("<collectorz>" + line), FileKind::ForeignCollectionExport);
+  // The table order: a scanner collection wins over the releases it may hold.
+  EXPECT_EQ(FileKind::ofXmlText(u"<plist version=\"1.0\">>Lending Status>Bookmark Type<releases num=<release id="),
+            FileKind::ScannerCollection);
+  EXPECT_EQ(FileKind::ofXmlText(u"<releases num=\"2\"><release id=\"1\">"), FileKind::ReleaseList);
 }
 
 }  // namespace

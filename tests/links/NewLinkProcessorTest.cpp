@@ -3,8 +3,10 @@
 #include "FakeWindowSystem.h"
 #include "FileMover.h"
 #include "MyController.h"
+#include "NewLinkProcessor.h"
 #include "Settings.h"
 #include "Store.h"
+#include "StringTable.h"
 
 #include <QDir>
 #include <QFile>
@@ -92,6 +94,33 @@ TEST_F(NewLinkProcessorTest, UntypedLinksAreTypedByNameOrApplication) {
   EXPECT_EQ(link("Liner notes", "file://" + letter)->stringValue("type"), "App: libreoffice-writer");
   EXPECT_EQ(link("Label site", "https://example.org/")->stringValue("type"), "");
   EXPECT_EQ(link("Typed review", "https://example.org/", "Audio")->stringValue("type"), "Audio");
+}
+
+TEST(NewLinkProcessorServicesTest, MoviesGoToTheDataFolderOfTheMomentWithoutAController) {
+  QTemporaryDir first, second, elsewhere;
+  Settings settings{elsewhere.filePath("discary.conf")};
+  settings.setObject("Move Movies", true);
+  FakeWindowSystem windowSystem;
+  FakePlatform platform;
+  StringTable strings;
+  QString dataFolder = first.path();
+  NewLinkProcessor processor({settings, windowSystem, platform, strings, [&] { return dataFolder; }});
+  auto movie = [&](const QString& name) {
+    const QString path = elsewhere.filePath(name);
+    QFile f(path);
+    EXPECT_TRUE(f.open(QIODevice::WriteOnly));
+    Link link;
+    link.setPrimitiveValue("url", "file://" + path);
+    link.setPrimitiveValue("type", "Movie");
+    processor.process(link);
+    return link.stringValue("url");
+  };
+  EXPECT_EQ(movie("a.mov"), "[Data Folder]/QuickTime/a.mov");
+  EXPECT_TRUE(QFile::exists(first.filePath("QuickTime/a.mov")));
+  dataFolder = second.path();  // another catalogue opened since
+  EXPECT_EQ(movie("b.mov"), "[Data Folder]/QuickTime/b.mov");
+  EXPECT_TRUE(QFile::exists(second.filePath("QuickTime/b.mov")));
+  EXPECT_TRUE(windowSystem.alerts.isEmpty());
 }
 
 TEST(FileMoverTest, CopyingAcrossFileSystemsChecksTheCopyBeforeRemovingTheSource) {

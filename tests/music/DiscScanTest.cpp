@@ -1,4 +1,5 @@
 #include "CannedHttpServer.h"
+#include "DiscScan.h"
 #include "Entry.h"
 #include "FakePlatform.h"
 #include "FakeWindowSystem.h"
@@ -199,6 +200,16 @@ TEST_F(DiscScanTest, thePlayersNineItemsBecomeAResultDictionary) {
                                                                    QStringList{}, QStringList{}});
   EXPECT_EQ(empty, (QVariantMap{{"title", "T"}, {"genre", "G"}}));
   EXPECT_FALSE(controller->dictionaryFromPlayerItems({"too", "few"}));
+}
+
+TEST(DiscScanNamingTest, unnamedTracksAreNumberedByTheirPlaceOnTheDisc) {
+  const QVariantList named = DiscScan::namedTracks(
+      {QVariantMap{{"duration", "1:00"}}, QVariantMap{{"name", "Intro"}}, QVariant(), QVariantMap{{"name", ""}}});
+  EXPECT_EQ(named.value(0).toMap(), (QVariantMap{{"duration", "1:00"}, {"name", "Track 1"}}));
+  EXPECT_EQ(named.value(1).toMap(), (QVariantMap{{"name", "Intro"}}));
+  EXPECT_EQ(named.value(2).toMap(), (QVariantMap{{"name", "Track 3"}}));
+  EXPECT_EQ(named.value(3).toMap(), (QVariantMap{{"name", ""}}));  // a name given empty stays the user's
+  EXPECT_TRUE(DiscScan::namedTracks({}).isEmpty());
 }
 
 }  // namespace
