@@ -9,7 +9,7 @@
 #include "PrintController.h"
 #include "Settings.h"
 #include "TemplateFile.h"
-#include "TextHelpers.h"
+#include "NaturalDate.h"
 #include "WindowSystem.h"
 
 #include <QBuffer>
@@ -220,7 +220,7 @@ void MyControllerShared::search(const QString& text, int searchType) {
   }
   EntriesController::Predicate predicate;
   auto contains = [needle](const QVariant& v) {
-    if (v.metaType().id() == QMetaType::QDateTime) return TextHelpers::isoDateString(v.toDateTime()).contains(needle);
+    if (v.metaType().id() == QMetaType::QDateTime) return NaturalDate::isoDateString(v.toDateTime()).contains(needle);
     return v.toString().contains(needle, Qt::CaseInsensitive);
   };
   if (searchType == 1) {

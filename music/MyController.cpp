@@ -16,7 +16,7 @@
 #include "PrintLayouts.h"
 #include "Settings.h"
 #include "SettingsKeys.h"
-#include "TextHelpers.h"
+#include "PathText.h"
 #include "TrackMarkup.h"
 #include "WindowSystem.h"
 
@@ -214,7 +214,7 @@ Entry* MyController::entryForiTunesTrack(const QVariantMap& track, bool* wasExis
 }
 
 bool MyController::importAudioFile(const QString& given) {
-  const QString path = TextHelpers::absoluteCleanPath(given);
+  const QString path = PathText::absoluteCleanPath(given);
   if (AudioFileImport::isSkippedDuplicate(*this, path)) return false;
   AudioFileImport::importTags(*this, importRun(), path, MyAudioMetadata::getMetadataForPath(path, platform().tagReader()));
   return saveManagedObjectContext();
@@ -223,7 +223,7 @@ bool MyController::importAudioFile(const QString& given) {
 bool MyController::openDirectory(const QString& path) {
   const bool opened = openImportRun();
   const int imported =
-      AudioFileImport::importFiles(*this, importRun(), AudioFileImport::audioFilesIn(TextHelpers::absoluteCleanPath(path)));
+      AudioFileImport::importFiles(*this, importRun(), AudioFileImport::audioFilesIn(PathText::absoluteCleanPath(path)));
   if (opened) closeImportRun();
   return imported > 0;
 }

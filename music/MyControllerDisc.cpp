@@ -7,7 +7,7 @@
 #include "Platform.h"
 #include "Settings.h"
 #include "SettingsKeys.h"
-#include "TextHelpers.h"
+#include "NaturalDate.h"
 #include "WindowSystem.h"
 
 #include <cstdio>
@@ -205,7 +205,7 @@ std::optional<QVariantMap> MyController::dictionaryFromPlayerItems(const QVarian
   result[QStringLiteral("title")] = items.at(0).toString();
   result[QStringLiteral("genre")] = items.at(1).toString();
   if (!albumArtist.isNull()) result[QStringLiteral("artist")] = albumArtist;
-  if (const auto date = TextHelpers::myDateWithNaturalLanguageString(items.at(2).toString())) {
+  if (const auto date = NaturalDate::myDateWithNaturalLanguageString(items.at(2).toString())) {
     result[QStringLiteral("releaseDate")] = *date;
   }
   if (const QString composer = items.at(3).toString(); !composer.isEmpty()) result[QStringLiteral("composer")] = composer;

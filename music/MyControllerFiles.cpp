@@ -9,7 +9,7 @@
 #include "PropertyList.h"
 #include "TabCommaImporter.h"
 #include "TextFile.h"
-#include "TextHelpers.h"
+#include "PathText.h"
 #include "WindowSystem.h"
 
 #include <QDir>
@@ -47,7 +47,7 @@ void MyController::importCollection() {
 
 bool MyController::openFile(const QString& given) {
   // One spelling per file from here on, so that links open and duplicates are found.
-  const QString path = TextHelpers::absoluteCleanPath(given);
+  const QString path = PathText::absoluteCleanPath(given);
   const QFileInfo info(path);
   const QString extension = info.suffix();
   const bool folder = info.isDir();
