@@ -1,3 +1,4 @@
+#include "CannedCddbServer.h"
 #include "CannedHttpServer.h"
 #include "Entry.h"
 #include "FakePlatform.h"
@@ -31,13 +32,7 @@ class FakePlayer : public MusicPlayer {
 
 class DiscScanTest : public ::testing::Test {
  protected:
-  QByteArray queryReply = "200 rock 9a0bed0d Chagall Guevara / Chagall Guevara\n";
-  CannedHttpServer server{[this](const CannedHttpServer::Request& request) -> std::optional<QByteArray> {
-    if (request.body.startsWith("cmd=cddb+query+")) return CannedHttpServer::ok(queryReply, true);
-    QFile f(data + "cddb-file_9a0bed0d.xmcd");
-    f.open(QIODevice::ReadOnly);
-    return CannedHttpServer::ok("210 rock 9a0bed0d\n" + f.readAll() + ".\n", true);
-  }};
+  CannedCddbServer server;
   QTemporaryDir dir, volume;
   Settings settings{dir.filePath("discary.conf")};
   FakeWindowSystem windowSystem;
@@ -89,7 +84,7 @@ TEST_F(DiscScanTest, oneMatchIsAddedAtOnceAndTheDiscEjectedFirst) {
 
 TEST_F(DiscScanTest, noMatchOffersManualEntryWithOneTrackPerTrackOfTheDisc) {
   platform.volumes = {volume.path()};
-  queryReply = "202 No match found\n";
+  server.queryReply = "202 No match found\n";
   windowSystem.alertAnswers = {1};
   controller->scanDisc();
   EXPECT_EQ(windowSystem.alerts, QStringList{"Action Required"});
@@ -123,7 +118,7 @@ TEST_F(DiscScanTest, noMatchOffersManualEntryWithOneTrackPerTrackOfTheDisc) {
 
 TEST_F(DiscScanTest, severalMatchesGoToTheChooserAndTheChosenOneToThePanel) {
   platform.volumes = {volume.path()};
-  queryReply = "211 inexact\nrock 9a0bed0d A / First\nmisc 9a0bed0d B / Second\n.\n";
+  server.queryReply = "211 inexact\nrock 9a0bed0d A / First\nmisc 9a0bed0d B / Second\n.\n";
   windowSystem.chooseAnswer = 1;
   controller->scanDisc();
   ASSERT_TRUE(controller->addPanel().isVisible());
