@@ -43,6 +43,8 @@ class MyController : public MyControllerShared {
   void scanDisc();
   // Puts the inserted disc's durations and identifier into the open add panel.
   void fillInformationFromCD();
+  // Names each track of the add panel that has no name by its place: "Track 1", "Track 2"...
+  void nameUnnamedTracks();
   void ejectCD();
   // What the music player knows of the inserted CD, as a lookup result; nullopt when no player
   // answers.

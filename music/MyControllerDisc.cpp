@@ -144,6 +144,16 @@ void MyController::fillInformationFromCD() {
   addPanel().setValue(value, QStringLiteral("discID"));
 }
 
+void MyController::nameUnnamedTracks() {
+  QVariantList tracks = addPanel().trackData().tracks();
+  for (qsizetype k = 0; k < tracks.size(); ++k) {
+    QVariantMap track = tracks.at(k).toMap();
+    if (!track.contains(QStringLiteral("name"))) track[QStringLiteral("name")] = QStringLiteral("Track %1").arg(k + 1);
+    tracks[k] = track;
+  }
+  addPanel().trackData().setTracks(tracks);
+}
+
 void MyController::ejectCD() { freedb().ejectCD(); }
 
 std::optional<QVariantMap> MyController::iTunesCDDBDetails() {

@@ -139,6 +139,19 @@ TEST_F(DiscScanTest, fillInformationFromCdAccumulatesTheIdentifiersOfSeveralDisc
   EXPECT_EQ(controller->addPanel().valueForKey("discID").toString(), QStringLiteral("6a09f20a, 9d09130b"));
 }
 
+TEST_F(DiscScanTest, tracksAddedByHandAreNamedByTheirPlaceUnlessNamedAlready) {
+  platform.volumes = {volume.path()};
+  controller->addPanel().trackData().setTracks({QVariantMap{{"name", "Intro"}}, QVariantMap{}});
+  controller->fillInformationFromCD();
+  controller->nameUnnamedTracks();
+  const QVariantList tracks = controller->addPanel().trackData().tracks();
+  ASSERT_EQ(tracks.size(), 10);
+  EXPECT_EQ(tracks.first().toMap().value("name").toString(), QStringLiteral("Intro"));
+  EXPECT_EQ(tracks.at(1).toMap().value("name").toString(), QStringLiteral("Track 2"));
+  EXPECT_EQ(tracks.last().toMap().value("name").toString(), QStringLiteral("Track 10"));
+  EXPECT_FALSE(tracks.last().toMap().value("duration").toString().isEmpty());
+}
+
 TEST_F(DiscScanTest, aServerThatNeverAnswersEndsInTheNoMatchAlertWithinTheTimeOut) {
   CannedHttpServer silent([](const CannedHttpServer::Request&) { return std::optional<QByteArray>(); });
   settings.setObject(SettingsKeys::cddbServer, silent.address());
