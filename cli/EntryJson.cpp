@@ -5,7 +5,7 @@
 #include "ModelKeys.h"
 #include "Store.h"
 #include "StoredRow.h"
-#include "TextHelpers.h"
+#include "NaturalDate.h"
 
 #include <QDateTime>
 #include <QTimeZone>
@@ -40,7 +40,7 @@ static void writeStoredRow(JsonWriter& json, const StoredRow& row) {
       case AttributeKind::Integer: json.value(row.integer(i)); break;
       case AttributeKind::Boolean: json.value(row.integer(i) != 0); break;
       case AttributeKind::Date:
-        json.value(TextHelpers::isoDateString(QDateTime::fromMSecsSinceEpoch(row.integer(i), QTimeZone::utc())));
+        json.value(NaturalDate::isoDateString(QDateTime::fromMSecsSinceEpoch(row.integer(i), QTimeZone::utc())));
         break;
       default: json.utf8Value(row.utf8(i));
     }

@@ -1,6 +1,6 @@
 #include "JsonWriter.h"
 
-#include "TextHelpers.h"
+#include "NaturalDate.h"
 
 #include <QDateTime>
 #include <cmath>
@@ -110,7 +110,7 @@ void JsonWriter::variant(const QVariant& v) {
     case QMetaType::ULongLong: value(qint64(v.toLongLong())); return;
     case QMetaType::Double:
     case QMetaType::Float: value(v.toDouble()); return;
-    case QMetaType::QDateTime: value(TextHelpers::isoDateString(v.toDateTime())); return;
+    case QMetaType::QDateTime: value(NaturalDate::isoDateString(v.toDateTime())); return;
     case QMetaType::QVariantList:
     case QMetaType::QStringList:
       beginArray();

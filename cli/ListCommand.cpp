@@ -8,7 +8,6 @@
 #include "Settings.h"
 #include "Store.h"
 #include "SettingsKeys.h"
-#include "TextHelpers.h"
 #include "TextTable.h"
 
 

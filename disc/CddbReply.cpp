@@ -1,6 +1,6 @@
 #include "CddbReply.h"
 
-#include "TextHelpers.h"
+#include "TimeText.h"
 
 #include <limits>
 
@@ -83,7 +83,7 @@ bool readOffsets(Scanner& scanner, QStringList* durations, qint64* total) {
     const qint32 current = leadingNumber(offsets.at(i));
     const qint32 duration = qint32((qint64(current) - previous) / 75);
     previous = current;
-    *durations << TextHelpers::timeStringWithSeconds(duration);
+    *durations << TimeText::timeStringWithSeconds(duration);
     *total += duration;
   }
   return !bad;
@@ -159,7 +159,7 @@ QVariantMap parseRead(const QByteArray& bytes) {
   QStringList durations;
   qint64 total = 0;
   const bool good = readOffsets(scanner, &durations, &total);
-  if (good && total != 0) result[QStringLiteral("duration")] = TextHelpers::timeStringWithSeconds(total);
+  if (good && total != 0) result[QStringLiteral("duration")] = TimeText::timeStringWithSeconds(total);
 
   if (const auto discID = valueOfLine(scanner, QStringLiteral("DISCID="))) result[QStringLiteral("discID")] = *discID;
   if (const auto title = valueOfLine(scanner, QStringLiteral("DTITLE="))) {

@@ -9,7 +9,7 @@
 #include "Settings.h"
 #include "SettingsKeys.h"
 #include "StringTable.h"
-#include "TextHelpers.h"
+#include "NaturalDate.h"
 #include "WindowSystem.h"
 
 #include <cstdio>
@@ -206,7 +206,7 @@ std::optional<QVariantMap> DiscScan::dictionaryFromPlayerItems(const QVariantLis
   result[QStringLiteral("title")] = items.at(0).toString();
   result[QStringLiteral("genre")] = items.at(1).toString();
   if (!albumArtist.isNull()) result[QStringLiteral("artist")] = albumArtist;
-  if (const auto date = TextHelpers::myDateWithNaturalLanguageString(items.at(2).toString())) {
+  if (const auto date = NaturalDate::myDateWithNaturalLanguageString(items.at(2).toString())) {
     result[QStringLiteral("releaseDate")] = *date;
   }
   if (const QString composer = items.at(3).toString(); !composer.isEmpty()) result[QStringLiteral("composer")] = composer;

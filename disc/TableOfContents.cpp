@@ -1,6 +1,6 @@
 #include "TableOfContents.h"
 
-#include "TextHelpers.h"
+#include "TimeText.h"
 
 namespace {
 
@@ -60,7 +60,7 @@ QString TableOfContents::discIdentifier(int* totalTracks, qint64* totalSeconds, 
     } else if (k == n) {
       duration = leadout - previous;
     }
-    if (durations) *durations << TextHelpers::timeStringWithSeconds(duration / 75);
+    if (durations) *durations << TimeText::timeStringWithSeconds(duration / 75);
     if (k < n) checksum += digitSum(starts.at(k) / 75);
   }
   if (offsets) {
@@ -85,7 +85,7 @@ QStringList TableOfContents::trackDurations() const {
     } else {
       duration = qint32(leadout) - previous;
     }
-    result << TextHelpers::timeStringWithSeconds(duration / 75);
+    result << TimeText::timeStringWithSeconds(duration / 75);
   }
   return result;
 }

@@ -1,6 +1,6 @@
 #include "WebSearchPage.h"
 
-#include "TextHelpers.h"
+#include "StringText.h"
 
 namespace {
 const QString closing = QStringLiteral("\">");
@@ -30,11 +30,11 @@ std::optional<QString> keyOfResultPageAddress(const QString& text) {
 CddbReply::Matches parse(const QByteArray& page) {
   const QString text = QString::fromLatin1(page);
   CddbReply::Matches matches;
-  const QStringList items = TextHelpers::stringsBetween(text, QStringLiteral("a href=\"") + searchPath + QLatin1Char('#'),
+  const QStringList items = StringText::stringsBetween(text, QStringLiteral("a href=\"") + searchPath + QLatin1Char('#'),
                                                         QStringLiteral("</div>"));
   for (const QString& item : items) {
-    const auto title = TextHelpers::stringBetween(item, QStringLiteral("title=\""), closing);
-    const auto link = TextHelpers::stringBetween(item, QStringLiteral("/freedb/"), closing);
+    const auto title = StringText::stringBetween(item, QStringLiteral("title=\""), closing);
+    const auto link = StringText::stringBetween(item, QStringLiteral("/freedb/"), closing);
     if (!title || !link) continue;
     matches.titles << QString(*title).replace(QStringLiteral(" / "), QStringLiteral(":"));
     matches.keys << QString(*link).replace(QLatin1Char('/'), QLatin1Char('+'));

@@ -1,7 +1,7 @@
 #include "AttributeInput.h"
 
 #include "ManagedObject.h"
-#include "TextHelpers.h"
+#include "NaturalDate.h"
 
 #include <optional>
 
@@ -11,7 +11,7 @@ std::optional<QVariant> read(AttributeKind kind, const QVariant& input) {
   if (kind == AttributeKind::Date && input.metaType().id() == QMetaType::QString) {
     const QString text = input.toString().trimmed();
     if (text.isEmpty()) return QVariant();
-    auto date = TextHelpers::myDateWithNaturalLanguageString(text);
+    auto date = NaturalDate::myDateWithNaturalLanguageString(text);
     if (!date) return std::nullopt;
     return QVariant(*date);
   }

@@ -2,8 +2,10 @@
 
 #include "CollectionsController.h"
 #include "Entry.h"
-#include "TextHelpers.h"
+#include "NumberText.h"
+#include "TimeText.h"
 
+#include <QDateTime>
 #include <QSet>
 #include <algorithm>
 
@@ -69,10 +71,10 @@ void EntriesController::sortAll() {
           item.number = v.isValid() ? double(v.toDateTime().toMSecsSinceEpoch()) : -1e300;
           break;
         case AttributeKind::TimeText:
-          item.number = double(TextHelpers::secondsAsTimeString(v.toString()));
+          item.number = double(TimeText::secondsAsTimeString(v.toString()));
           break;
         case AttributeKind::NumberText:
-          item.number = TextHelpers::myFloatValue(v.toString());
+          item.number = NumberText::myFloatValue(v.toString());
           break;
         default:
           item.number = v.toDouble();

@@ -2,7 +2,7 @@
 
 #include "Entry.h"
 #include "Rating.h"
-#include "TextHelpers.h"
+#include "HtmlText.h"
 
 #include <QDateTime>
 #include <QHash>
@@ -187,7 +187,7 @@ QString EntryTemplate::displayText(const Entry& entry, const QString& key, const
 }
 
 QString EntryTemplate::encodedForHTML(const QString& value) {
-  const QString encoded = TextHelpers::encodeForHTML(value);
+  const QString encoded = HtmlText::encodeForHTML(value);
   QString out;
   out.reserve(encoded.size());
   for (const QChar c : encoded) {

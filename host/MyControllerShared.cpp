@@ -11,7 +11,7 @@
 #include "PrintController.h"
 #include "Settings.h"
 #include "TemplateFile.h"
-#include "TextHelpers.h"
+#include "NaturalDate.h"
 #include "TotalsProvider.h"
 #include "WindowSystem.h"
 
@@ -223,7 +223,7 @@ void MyControllerShared::search(const QString& text, int searchType) {
   }
   EntriesController::Predicate predicate;
   auto contains = [needle](const QVariant& v) {
-    if (v.metaType().id() == QMetaType::QDateTime) return TextHelpers::isoDateString(v.toDateTime()).contains(needle);
+    if (v.metaType().id() == QMetaType::QDateTime) return NaturalDate::isoDateString(v.toDateTime()).contains(needle);
     return v.toString().contains(needle, Qt::CaseInsensitive);
   };
   if (searchType == 1) {

@@ -1,7 +1,8 @@
 #include "TrackData.h"
 
 #include "Platform.h"
-#include "TextHelpers.h"
+#include "NumberText.h"
+#include "TimeText.h"
 
 QString TrackData::totalDuration(const QVariantList& tracks) {
   qint64 seconds = 0;
@@ -10,9 +11,9 @@ QString TrackData::totalDuration(const QVariantList& tracks) {
     const QString duration = t.toMap().value(QStringLiteral("duration")).toString();
     if (duration.isEmpty()) continue;
     any = true;
-    seconds = TextHelpers::saturatingAdd(seconds, TextHelpers::secondsAsTimeString(duration));
+    seconds = NumberText::saturatingAdd(seconds, TimeText::secondsAsTimeString(duration));
   }
-  return any ? TextHelpers::timeStringWithSeconds(seconds) : QString();
+  return any ? TimeText::timeStringWithSeconds(seconds) : QString();
 }
 
 void TrackData::loadItunes() {

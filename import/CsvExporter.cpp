@@ -3,7 +3,7 @@
 #include "DelimitedText.h"
 #include "Entry.h"
 #include "TabCommaImporter.h"
-#include "TextHelpers.h"
+#include "NaturalDate.h"
 #include "TransientRelationships.h"
 
 #include <QBuffer>
@@ -42,7 +42,7 @@ bool CsvExporter::write(const std::vector<Entry*>& entries, QIODevice& out) {
       if (!used[i]) continue;
       const QVariant* v = entry->valueAt(int(i));
       QString cell;
-      if (v) cell = v->typeId() == QMetaType::QDateTime ? TextHelpers::isoDateString(v->toDateTime()) : v->toString();
+      if (v) cell = v->typeId() == QMetaType::QDateTime ? NaturalDate::isoDateString(v->toDateTime()) : v->toString();
       row << DelimitedText::quoted(cell, comma);
     }
     if (tracks) {

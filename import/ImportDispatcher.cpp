@@ -18,7 +18,7 @@
 #include "StringTable.h"
 #include "TabCommaImporter.h"
 #include "TextFile.h"
-#include "TextHelpers.h"
+#include "PathText.h"
 #include "WindowSystem.h"
 
 #include <QDir>
@@ -44,7 +44,7 @@ ImportRun ImportDispatcher::newImportRun() const {
 
 bool ImportDispatcher::openFile(const QString& given) {
   // One spelling per file from here on, so that links open and duplicates are found.
-  const QString path = TextHelpers::absoluteCleanPath(given);
+  const QString path = PathText::absoluteCleanPath(given);
   const QFileInfo info(path);
   switch (FileKind::byName(path, info.isDir())) {
     case FileKind::Card:
@@ -255,7 +255,7 @@ Entry* ImportDispatcher::entryForTrack(const QVariantMap& track, bool* wasExisti
 }
 
 bool ImportDispatcher::importAudioFile(const QString& given) {
-  const QString path = TextHelpers::absoluteCleanPath(given);
+  const QString path = PathText::absoluteCleanPath(given);
   if (AudioFileImport::isSkippedDuplicate(services_, path)) return false;
   AudioFileImport::importTags(services_, session_ ? &*session_ : nullptr, path,
                               MyAudioMetadata::getMetadataForPath(path, services_.platform.tagReader()));
@@ -265,7 +265,7 @@ bool ImportDispatcher::importAudioFile(const QString& given) {
 bool ImportDispatcher::openDirectory(const QString& path) {
   const bool opened = openSession();
   const int imported = AudioFileImport::importFiles(services_, &*session_,
-                                                    AudioFileImport::audioFilesIn(TextHelpers::absoluteCleanPath(path)));
+                                                    AudioFileImport::audioFilesIn(PathText::absoluteCleanPath(path)));
   if (opened) closeSession();
   return imported > 0;
 }

@@ -9,7 +9,11 @@
 #include "Platform.h"
 #include "Store.h"
 #include "StringTable.h"
-#include "TextHelpers.h"
+#include "HtmlText.h"
+#include "NaturalDate.h"
+#include "NumberText.h"
+#include "StringText.h"
+#include "TimeText.h"
 
 #include <QDateTime>
 #include <QUrl>
@@ -19,11 +23,11 @@ namespace {
 const QString kVariousArtists = QStringLiteral("Various Artists");
 const QString kVariousComposers = QStringLiteral("Various Composers");
 
-QString trimmed(const QVariant& v) { return TextHelpers::stringByRemovingLeadingAndTrailingSpaces(v.toString()); }
+QString trimmed(const QVariant& v) { return StringText::stringByRemovingLeadingAndTrailingSpaces(v.toString()); }
 
 // A number read leniently: the library gives integers, tags give texts such as "5/12".
 qint64 integerOf(const QVariant& v) {
-  if (v.typeId() == QMetaType::QString) return TextHelpers::myIntValue(v.toString());
+  if (v.typeId() == QMetaType::QString) return NumberText::myIntValue(v.toString());
   return v.toLongLong();
 }
 
@@ -52,7 +56,7 @@ Derived derive(const QVariantMap& t, const QString& unknown) {
   else if (d.albumArtist && !d.albumArtist->isEmpty()) d.artist = *d.albumArtist;
   d.composer = t.value(QStringLiteral("Composer"));
   d.seconds = integerOf(t.value(QStringLiteral("Total Time"))) / 1000;
-  d.timeText = TextHelpers::timeStringWithSeconds(d.seconds);
+  d.timeText = TimeText::timeStringWithSeconds(d.seconds);
   d.discNumber = integerOf(t.value(QStringLiteral("Disc Number")));
   d.compilation = integerOf(t.value(QStringLiteral("Compilation"))) != 0 || t.value(QStringLiteral("Compilation")).toBool();
   d.key = LibraryTrackMapping::albumKey(t, unknown);
@@ -106,8 +110,8 @@ void addToExisting(Entry& entry, const Derived& d, const QVariantMap& t) {
     entry.addTrack(std::move(track));
     setTrackCount(entry);
   }
-  const qint64 before = TextHelpers::secondsAsTimeString(entry.stringValue(QStringLiteral("duration")));
-  entry.setValue(QStringLiteral("duration"), TextHelpers::timeStringWithSeconds(before + d.seconds));
+  const qint64 before = TimeText::secondsAsTimeString(entry.stringValue(QStringLiteral("duration")));
+  entry.setValue(QStringLiteral("duration"), TimeText::timeStringWithSeconds(before + d.seconds));
 }
 
 Entry* newEntry(const ImportServices& c, ImportSession* session, const Derived& d, const QVariantMap& t, const QString& unknown) {
@@ -176,7 +180,7 @@ void fillWhenEmpty(Entry& entry, const QVariantMap& t) {
     if (t.contains(QString::fromLatin1(key)) && entry.value(QString::fromLatin1(attribute)).isNull())
       entry.setValue(QString::fromLatin1(attribute), value);
   };
-  fill("Genre", "genre", TextHelpers::stringByReplacingHTMLEncoding(t.value(QStringLiteral("Genre")).toString()));
+  fill("Genre", "genre", HtmlText::stringByReplacingHTMLEncoding(t.value(QStringLiteral("Genre")).toString()));
   fill("Sort Album Artist", "sortArtist", t.value(QStringLiteral("Sort Album Artist")));
   fill("Disc Count", "discs", QString::number(integerOf(t.value(QStringLiteral("Disc Count")))));
   fill("Sort Album", "sortTitle", t.value(QStringLiteral("Sort Album")));
@@ -186,10 +190,10 @@ void fillWhenEmpty(Entry& entry, const QVariantMap& t) {
 void setReleaseDate(Entry& entry, const QVariantMap& t) {
   const QVariant year = t.value(QStringLiteral("Year"));
   if (year.isNull() || !entry.value(QStringLiteral("releaseDate")).isNull()) return;
-  static const QDateTime sentinel = TextHelpers::myDateWithNaturalLanguageString(QStringLiteral("01/01/1001"))
+  static const QDateTime sentinel = NaturalDate::myDateWithNaturalLanguageString(QStringLiteral("01/01/1001"))
                                         .value_or(QDateTime(QDate(1001, 1, 1), QTime(12, 0), Qt::UTC));
   const QString y = year.typeId() == QMetaType::QString ? year.toString() : QString::number(year.toLongLong());
-  const auto parsed = TextHelpers::myDateWithNaturalLanguageString(y);
+  const auto parsed = NaturalDate::myDateWithNaturalLanguageString(y);
   if (!parsed) return;
   const QDateTime d = parsed->addSecs(-172800);
   if (d > sentinel && d.date().year() > 0) entry.setValue(QStringLiteral("releaseDate"), d);

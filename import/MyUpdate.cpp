@@ -3,7 +3,7 @@
 #include "Entry.h"
 #include "Link.h"
 #include "Store.h"
-#include "TextHelpers.h"
+#include "NaturalDate.h"
 #include "Track.h"
 
 #include <QDateTime>
@@ -35,7 +35,7 @@ std::optional<QDateTime> dateFromText(const QString& text) {
                                                Qt::ISODate)
                        : QDateTime::fromString(t, Qt::ISODate);
   if (date.isValid()) return date.toUTC();
-  return TextHelpers::myDateWithNaturalLanguageString(t);
+  return NaturalDate::myDateWithNaturalLanguageString(t);
 }
 
 void setAll(ManagedObject& object, const QVariantMap& values) {

@@ -5,7 +5,7 @@
 #include "ImportRun.h"
 #include "MyUpdate.h"
 #include "Store.h"
-#include "TextHelpers.h"
+#include "NaturalDate.h"
 #include "WindowSystem.h"
 
 #include <QDateTime>
@@ -75,7 +75,7 @@ bool TabCommaImporter::import(ImportRun& run, const QString& text, QString* erro
       if (schema.attributes()[size_t(schema.indexOf(key))].kind == AttributeKind::Date) {
         QDateTime date = QDateTime::fromString(value.trimmed(), Qt::ISODate);
         if (date.isValid()) v = date.toUTC();
-        else if (auto d = TextHelpers::myDateWithNaturalLanguageString(value)) v = *d;
+        else if (auto d = NaturalDate::myDateWithNaturalLanguageString(value)) v = *d;
       }
       if (!entry->setPrimitiveValue(key, v))
         run.warn(QStringLiteral("Row %1: '%2' is not a valid %3").arg(r + 1).arg(value.left(40), key));

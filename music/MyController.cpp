@@ -1,5 +1,6 @@
 #include "MyController.h"
 
+#include "AddPanel.h"
 #include "Disc4ToDisc5.h"
 #include "Entry.h"
 #include "FileKind.h"
@@ -12,6 +13,7 @@
 #include "PrintLayouts.h"
 #include "Settings.h"
 #include "SettingsKeys.h"
+#include "TrackData.h"
 #include "WindowSystem.h"
 
 #include <QDateTime>
@@ -253,4 +255,8 @@ bool MyController::importLibraryPlaylist(const LibraryXml& library, const QStrin
   Collection* collection = collections().createCollectionNamed(name, importedEntries());
   collections().selectCollection(collection);
   return saveManagedObjectContext();
+}
+
+void MyController::nameUnnamedTracks() {
+  addPanel().trackData().setTracks(DiscScan::namedTracks(addPanel().trackData().tracks()));
 }

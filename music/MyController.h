@@ -48,6 +48,8 @@ class MyController : public MyControllerShared {
   void scanDisc() { discScan_.scanDisc(); }
   void fillInformationFromCD() { discScan_.fillInformationFromCD(); }
   void ejectCD() { discScan_.ejectCD(); }
+  // Names the add panel's unnamed tracks "Track N" by their place on the disc.
+  void nameUnnamedTracks();
   std::optional<QVariantMap> iTunesCDDBDetails() { return discScan_.playerDetails(); }
   std::optional<QVariantMap> dictionaryFromPlayerItems(const QVariantList& items) const {
     return DiscScan::dictionaryFromPlayerItems(items);

@@ -3,7 +3,8 @@
 #include "Decimal.h"
 #include "Entry.h"
 #include "StringTable.h"
-#include "TextHelpers.h"
+#include "NumberText.h"
+#include "TimeText.h"
 
 #include <algorithm>
 #include <limits>
@@ -23,8 +24,8 @@ qint64 saturated(Wide n) {
 // 32-bit unsigned on purpose: totals wrap as they always have rather than go negative.
 quint32 secondsOfTrackTime(const QString& text) {
   const qsizetype colon = text.indexOf(QLatin1Char(':'));
-  if (colon < 0) return quint32(TextHelpers::myIntValue(text));
-  return 60u * quint32(TextHelpers::myIntValue(text.left(colon))) + quint32(TextHelpers::myIntValue(text.mid(colon + 1)));
+  if (colon < 0) return quint32(NumberText::myIntValue(text));
+  return 60u * quint32(NumberText::myIntValue(text.left(colon))) + quint32(NumberText::myIntValue(text.mid(colon + 1)));
 }
 
 }  // namespace
@@ -62,7 +63,7 @@ QVariantMap CollectionTotals::totals(const std::vector<Entry*>& entries, bool fo
   if (durationOn && seconds != 0) {
     const qint64 minutes = seconds / 60;
     const auto span = [&](double amount, const QString& unit) {
-      return QStringLiteral("%1 %2").arg(TextHelpers::formattedNumber(amount, 2), strings_.localizedString(unit));
+      return QStringLiteral("%1 %2").arg(NumberText::formattedNumber(amount, 2), strings_.localizedString(unit));
     };
     // Under a minute the previous total's text stands in; long-standing behaviour users know.
     result[QStringLiteral("totalDuration")] = minutes > 1440 ? span(minutes / 1440.0, QStringLiteral("Days"))
@@ -94,5 +95,5 @@ QString CollectionTotals::totalDuration(const QVariantList& trackDictionaries) {
   quint32 seconds = 0;
   for (const QVariant& t : trackDictionaries)
     seconds += secondsOfTrackTime(t.toMap().value(QStringLiteral("duration")).toString());
-  return seconds ? TextHelpers::timeStringWithSeconds(seconds) : QString();
+  return seconds ? TimeText::timeStringWithSeconds(seconds) : QString();
 }

@@ -1,6 +1,6 @@
 #include "Decimal.h"
 
-#include "TextHelpers.h"
+#include "NumberText.h"
 
 #include <QLocale>
 #include <algorithm>
@@ -22,7 +22,7 @@ Units power10(int n) {
 Decimal::Decimal(qint64 whole) : millionths_(Units(whole) * power10(places)) {}
 
 Decimal Decimal::fromText(const QString& text) {
-  const std::string ascii = TextHelpers::decimalText(text);
+  const std::string ascii = NumberText::decimalText(text);
   const bool negative = !ascii.empty() && ascii.front() == '-';
   const auto first = ascii.begin() + (negative ? 1 : 0);
   const auto point = std::find(first, ascii.end(), '.');

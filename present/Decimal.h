@@ -11,7 +11,7 @@ class Decimal {
  public:
   Decimal() = default;
   explicit Decimal(qint64 whole);
-  // The number in a money or decimal text, read as TextHelpers::myFloatValue reads it but
+  // The number in a money or decimal text, read as NumberText::myFloatValue reads it but
   // exactly; digits past the sixth decimal place are rounded half away from zero.
   static Decimal fromText(const QString& text);
 

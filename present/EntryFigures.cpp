@@ -2,7 +2,8 @@
 
 #include "Decimal.h"
 #include "Entry.h"
-#include "TextHelpers.h"
+#include "NumberText.h"
+#include "TimeText.h"
 
 namespace {
 
@@ -30,9 +31,9 @@ const EntryFigures::Figures& EntryFigures::read(const Entry& entry) {
   f.price = Decimal::fromText(text(entry, price)).compact();
   f.paid = Decimal::fromText(text(entry, paid)).compact();
   const QString time = text(entry, duration);
-  f.seconds = time.isEmpty() ? 0 : TextHelpers::secondsAsTimeString(time);
+  f.seconds = time.isEmpty() ? 0 : TimeText::secondsAsTimeString(time);
   const QString discText = text(entry, discs);
-  const qint64 n = TextHelpers::myIntValue(discText);
+  const qint64 n = NumberText::myIntValue(discText);
   // No disc count means one disc; only an explicit "0" means none.
   f.discs = n != 0 ? n : discText == QLatin1String("0") ? 0 : 1;
   cached.stamp = entry.stamp();

@@ -1,7 +1,7 @@
 #include "TrackMarkup.h"
 
 #include "Entry.h"
-#include "TextHelpers.h"
+#include "HtmlText.h"
 #include "TextScanner.h"
 #include "TrackData.h"
 
@@ -121,7 +121,7 @@ TrackMarkup::Result TrackMarkup::apply(QString& text, Entry& entry, const Option
       QString linkValue = value;
       if (options.html) {
         linkValue = QString::fromLatin1(QUrl::toPercentEncoding(value, pathCharacters));
-        value = TextHelpers::encodeForHTML(value);
+        value = HtmlText::encodeForHTML(value);
       }
       if (key == QLatin1String("duration") && !value.isEmpty() && !durationPattern.isEmpty()) {
         const qsizetype stars = durationPattern.count(QLatin1Char('*'));

@@ -3,18 +3,14 @@
 #include "EntryEditor.h"
 #include "Freedb.h"
 #include "InternetSearchDialog.h"
+#include "MyController.h"
 
 #include <QLineEdit>
-#include "MainWindow.h"
-#include "MyController.h"
-#include "Platform.h"
-
 #include <QMenu>
-#include <QTimer>
 #include <set>
 
-DiscMenu::DiscMenu(MyController& controller, MainWindow& window, QMenu* menu)
-    : QObject(&window), controller_(controller), window_(window) {
+DiscMenu::DiscMenu(MyController& controller, QWidget* window, QMenu* menu)
+    : QObject(window), controller_(controller), window_(window) {
   menu->addAction(tr("&Scan Disc"), QKeySequence(Qt::CTRL | Qt::Key_K), this, &DiscMenu::scanDisc)
       ->setObjectName(QStringLiteral("scanDisc"));
   menu->addAction(tr("&Eject"), this, &DiscMenu::ejectDisc)->setObjectName(QStringLiteral("ejectDisc"));
@@ -33,8 +29,7 @@ void DiscMenu::scanDisc() {
   }
   if (!added.empty()) {
     controller_.saveManagedObjectContext();
-    window_.reloadAll();
-    window_.selectEntries(added);
+    showAddedEntries(added);
   }
   showAddPanel();
 }
@@ -42,7 +37,7 @@ void DiscMenu::scanDisc() {
 void DiscMenu::ejectDisc() { controller_.ejectCD(); }
 
 void DiscMenu::internetSearch(const QString& text) {
-  InternetSearchDialog dialog(controller_.freedb(), &window_);
+  InternetSearchDialog dialog(controller_.freedb(), window_);
   if (!text.isEmpty()) {
     dialog.field()->setText(text);
     dialog.search();
@@ -56,24 +51,24 @@ void DiscMenu::addManually() {
   controller_.addPanel().setResults(nullptr, -1);
   controller_.clearAddPanel();
   controller_.fillInformationFromCD();
-  QVariantList tracks = controller_.addPanel().trackData().tracks();
-  for (qsizetype k = 0; k < tracks.size(); ++k) {
-    QVariantMap track = tracks.at(k).toMap();
-    if (!track.contains(QStringLiteral("name"))) track[QStringLiteral("name")] = QStringLiteral("Track %1").arg(k + 1);
-    tracks[k] = track;
-  }
-  controller_.addPanel().trackData().setTracks(tracks);
+  controller_.nameUnnamedTracks();
   controller_.showAddPanel();
   showAddPanel();
 }
 
 void DiscMenu::showAddPanel() {
   if (!controller_.addPanel().isVisible()) return;
-  EntryEditor editor(controller_, nullptr, &window_);
+  EntryEditor editor(controller_, nullptr, window_);
   editor.loadFromAddPanel();
   const bool added = editor.exec() == QDialog::Accepted && editor.entry();
   controller_.closeAddPanel();
   if (!added) return;
-  window_.reloadAll();
-  window_.selectEntries({editor.entry()});
+  showAddedEntries({editor.entry()});
+}
+
+void DiscMenu::showAddedEntries(const std::vector<Entry*>& entries) {
+  // The current search and filter decide whether they are in view, as for any other entry.
+  controller_.entriesController().rearrangeObjects();
+  controller_.entriesController().setSelectedObjects(entries);
+  controller_.refreshInformation();
 }

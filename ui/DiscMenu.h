@@ -1,20 +1,22 @@
 #pragma once
 
 #include <QObject>
-#include <functional>
+#include <vector>
 
 class Entry;
-class MainWindow;
 class MyController;
 class QMenu;
+class QWidget;
 
 // The Disc menu: scan the inserted disc, eject it, search the web database, or add a disc by
 // hand with its durations and identifier read from the disc. The add panel the scan leaves open
-// is shown as the entry editor.
+// is shown as the entry editor. The window follows through the controller's notice that the
+// entries changed.
 class DiscMenu : public QObject {
   Q_OBJECT
  public:
-  DiscMenu(MyController& controller, MainWindow& window, QMenu* menu);
+  // Dialogs open over the window.
+  DiscMenu(MyController& controller, QWidget* window, QMenu* menu);
 
   void scanDisc();
   void ejectDisc();
@@ -25,6 +27,9 @@ class DiscMenu : public QObject {
   void showAddPanel();
 
  private:
+  // Brings newly added entries into the list and selects them.
+  void showAddedEntries(const std::vector<Entry*>& entries);
+
   MyController& controller_;
-  MainWindow& window_;
+  QWidget* window_;
 };

@@ -187,7 +187,7 @@ void MainWindow::buildMenus() {
   action(collections, tr("&Rename Collection…"), QKeySequence(), &MainWindow::renameCollection);
   action(collections, tr("&Delete Collection"), QKeySequence(), &MainWindow::deleteCollection);
 
-  auto* disc = new DiscMenu(controller_, *this, menuBar()->addMenu(tr("&Disc")));
+  auto* disc = new DiscMenu(controller_, this, menuBar()->addMenu(tr("&Disc")));
   // Texts and result pages handed to the application open the panel (the one site there is).
   connect(&windowSystem_, &QtWindowSystem::internetSearchRequested, disc,
           [disc](const QString& text, const QString&) { disc->internetSearch(text); });

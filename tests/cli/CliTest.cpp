@@ -1,40 +1,28 @@
+#include "CliRunner.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
-#include <QProcessEnvironment>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 namespace {
 
-struct Outcome {
-  int status;
-  QByteArray out, err;
-  QJsonValue json() const {
-    QJsonParseError e;
-    const auto doc = QJsonDocument::fromJson(out, &e);
-    return doc.isArray() ? QJsonValue(doc.array()) : QJsonValue(doc.object());
-  }
-};
+using Outcome = CliRunner::Outcome;
 
 class CliTest : public ::testing::Test {
  protected:
   QTemporaryDir dir;
-  Outcome discary(QStringList args, const QString& workingDirectory = {}) {
-    QProcess p;
-    if (!workingDirectory.isEmpty()) p.setWorkingDirectory(workingDirectory);
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("LC_ALL", "C");  // numbers as 1,234.50 whatever the machine's language
-    p.setProcessEnvironment(environment);
-    args = QStringList{"--catalogue", dir.filePath("c/Discary.sqlite"), "--settings", dir.filePath("d.conf"), "--quiet"} + args;
-    p.start(DISCARY_BINARY, args);
-    p.closeWriteChannel();
-    EXPECT_TRUE(p.waitForFinished(60000));
-    return {p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1, p.readAllStandardOutput(), p.readAllStandardError()};
+  CliRunner cli{dir.path()};
+  void SetUp() override {
+    cli.environment = QProcessEnvironment::systemEnvironment();
+    cli.environment.insert("LC_ALL", "C");  // numbers as 1,234.50 whatever the machine's language
+  }
+  Outcome discary(const QStringList& args, const QString& workingDirectory = {}) {
+    return cli.run(args, workingDirectory);
   }
 };
 

@@ -1,10 +1,11 @@
+#include "CannedCddbServer.h"
 #include "CannedHttpServer.h"
+#include "CliRunner.h"
 
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -12,43 +13,26 @@ namespace {
 
 const QString data = QStringLiteral(DISCARY_TEST_DATA "/disc/");
 
-struct Outcome {
-  int status;
-  QByteArray out, err;
-  QJsonObject json() const { return QJsonDocument::fromJson(out).object(); }
-};
+using Outcome = CliRunner::Outcome;
 
 class DiscCliTest : public ::testing::Test {
  protected:
-  QByteArray queryReply = "211 inexact\nrock 9a0bed0d Chagall Guevara / Chagall Guevara\nmisc 9a0bed0d Other / Other\n.\n";
-  CannedHttpServer server{[this](const CannedHttpServer::Request& request) -> std::optional<QByteArray> {
-    if (request.path == "/freedb_search.php") {
-      return CannedHttpServer::ok("<a href=\"/freedb_search.php#1\"><i title=\"Chagall Guevara / Chagall Guevara\">"
-                                  "<a href=\"/freedb/rock/9a0bed0d\">x</a></i></div>");
-    }
-    if (request.body.startsWith("cmd=cddb+query+")) return CannedHttpServer::ok(queryReply, true);
-    if (!request.body.startsWith("cmd=cddb+read+rock+9a0bed0d")) return CannedHttpServer::ok("401 no such entry\n", true);
-    QFile f(data + "cddb-file_9a0bed0d.xmcd");
-    f.open(QIODevice::ReadOnly);
-    return CannedHttpServer::ok("210 rock 9a0bed0d\n" + f.readAll() + ".\n", true);
-  }};
+  CannedCddbServer server;
   QTemporaryDir dir;
+  CliRunner cli{dir.path()};
 
-  Outcome discary(QStringList args) {
-    QProcess p;
-    args = QStringList{"--catalogue", dir.filePath("c/Discary.sqlite"), "--settings", dir.filePath("d.conf"), "--quiet"} + args;
-    p.start(DISCARY_BINARY, args);
-    p.closeWriteChannel();
-    EXPECT_TRUE(p.waitForFinished(60000));
-    return {p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1, p.readAllStandardOutput(), p.readAllStandardError()};
+  void SetUp() override {
+    server.queryReply = "211 inexact\nrock 9a0bed0d Chagall Guevara / Chagall Guevara\nmisc 9a0bed0d Other / Other\n.\n";
+    server.readCategories = {"rock"};
   }
+  Outcome discary(const QStringList& args) { return cli.run(args); }
   QString toc(const char* name) const { return data + QLatin1String(name); }
 };
 
 TEST_F(DiscCliTest, discidReadsTheSharedTableOfContentsFiles) {
   const Outcome plain = discary({"--json", "discid", "--toc", toc("derived_6a09f20a_10tracks.TOC.plist")});
   ASSERT_EQ(plain.status, 0) << plain.err.constData();
-  const QJsonObject id = plain.json();
+  const QJsonObject id = plain.object();
   EXPECT_EQ(id["discID"].toString(), "6a09f20a");
   EXPECT_EQ(id["totalTracks"].toInt(), 10);
   EXPECT_EQ(id["totalSeconds"].toInt(), 2546);
@@ -56,7 +40,7 @@ TEST_F(DiscCliTest, discidReadsTheSharedTableOfContentsFiles) {
   EXPECT_EQ(id["durations"].toArray().size(), 10);
   EXPECT_EQ(id["lookupDurations"].toArray().size(), 11);
   EXPECT_EQ(id["lookupDurations"].toArray().first().toString(), "0:00");
-  EXPECT_EQ(discary({"--json", "discid", "--toc", toc("derived_c60af50d_enhanced-cd-2-sessions.TOC.plist")}).json()["discID"],
+  EXPECT_EQ(discary({"--json", "discid", "--toc", toc("derived_c60af50d_enhanced-cd-2-sessions.TOC.plist")}).object()["discID"],
             "b40a310c");
 
   QTemporaryDir volume;
@@ -73,25 +57,25 @@ TEST_F(DiscCliTest, lookupQueriesAndReadsThroughTheServerOfTheRun) {
   const Outcome several = discary({"--json", "--server", server.address(), "lookup", "--toc",
                                    toc("derived_9d09130b_11tracks.TOC.plist")});
   EXPECT_EQ(several.status, 0) << several.err.constData();
-  EXPECT_EQ(several.json()["keys"].toArray(), (QJsonArray{"rock+9a0bed0d", "misc+9a0bed0d"}));
-  EXPECT_FALSE(several.json().contains("result"));
+  EXPECT_EQ(several.object()["keys"].toArray(), (QJsonArray{"rock+9a0bed0d", "misc+9a0bed0d"}));
+  EXPECT_FALSE(several.object().contains("result"));
 
   const Outcome picked = discary({"--json", "--server", server.address(), "lookup", "--toc",
                                   toc("derived_9d09130b_11tracks.TOC.plist"), "--pick", "1"});
-  EXPECT_EQ(picked.json()["result"].toObject()["title"].toString(), "Chagall Guevara");
-  EXPECT_EQ(picked.json()["result"].toObject()["tracks"].toArray().size(), 13);
+  EXPECT_EQ(picked.object()["result"].toObject()["title"].toString(), "Chagall Guevara");
+  EXPECT_EQ(picked.object()["result"].toObject()["tracks"].toArray().size(), 13);
   EXPECT_EQ(discary({"--server", server.address(), "lookup", "--toc", toc("derived_9d09130b_11tracks.TOC.plist"),
                      "--pick", "3"}).status, 1);
 
   const Outcome read = discary({"--json", "--server", server.address(), "cddb", "read", "rock", "9a0bed0d"});
-  EXPECT_EQ(read.json()["artist"].toString(), "Chagall Guevara");
+  EXPECT_EQ(read.object()["artist"].toString(), "Chagall Guevara");
   EXPECT_EQ(discary({"--server", server.address(), "cddb", "read", "jazz", "9a0bed0d"}).status, 1);
   const Outcome probe = discary({"--json", "--server", server.address(), "cddb", "probe", "9a0bed0d"});
-  EXPECT_EQ(probe.json()["titles"].toArray(), QJsonArray{"rock"});
+  EXPECT_EQ(probe.object()["titles"].toArray(), QJsonArray{"rock"});
   EXPECT_EQ(discary({"cddb", "fetch"}).status, 2);
 
   const Outcome search = discary({"--json", "--server", server.address(), "websearch", "--artist", "Chagall", "--title", "G"});
-  EXPECT_EQ(search.json()["titles"].toArray(), QJsonArray{"Chagall Guevara:Chagall Guevara"});
+  EXPECT_EQ(search.object()["titles"].toArray(), QJsonArray{"Chagall Guevara:Chagall Guevara"});
   EXPECT_EQ(server.requests().last().body, "page=1&words=Chagall+G&allcats=YES&grouping=none");
   EXPECT_EQ(discary({"websearch"}).status, 2);
 }
@@ -99,18 +83,18 @@ TEST_F(DiscCliTest, lookupQueriesAndReadsThroughTheServerOfTheRun) {
 TEST_F(DiscCliTest, scanAddsTheEntryAndAServerThatNeverAnswersFailsWithinTheTimeOut) {
   QTemporaryDir volume;
   QFile::copy(toc("derived_9d09130b_11tracks.TOC.plist"), volume.filePath(".TOC.plist"));
-  queryReply = "200 rock 9a0bed0d Chagall Guevara / Chagall Guevara\n";
+  server.queryReply = "200 rock 9a0bed0d Chagall Guevara / Chagall Guevara\n";
   const Outcome scanned = discary({"--json", "--server", server.address(), "scan", "--volume", volume.path()});
   ASSERT_EQ(scanned.status, 0) << scanned.err.constData();
-  EXPECT_EQ(scanned.json()["title"].toString(), "Chagall Guevara");
-  EXPECT_EQ(scanned.json()["tracks"].toArray().size(), 13);
+  EXPECT_EQ(scanned.object()["title"].toString(), "Chagall Guevara");
+  EXPECT_EQ(scanned.object()["tracks"].toArray().size(), 13);
 
   CannedHttpServer silent([](const CannedHttpServer::Request&) { return std::optional<QByteArray>(); });
   ASSERT_EQ(discary({"settings", "set", "CDDB Timeout", "1"}).status, 0);
   const Outcome unanswered = discary({"--json", "--server", silent.address(), "lookup", "--toc",
                                       toc("derived_9d09130b_11tracks.TOC.plist")});
   EXPECT_EQ(unanswered.status, 1);
-  EXPECT_EQ(unanswered.json()["titles"].toArray(), QJsonArray());
+  EXPECT_EQ(unanswered.object()["titles"].toArray(), QJsonArray());
 }
 
 }  // namespace

@@ -1,8 +1,9 @@
+#include "CliRunner.h"
+
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -13,18 +14,9 @@ const QString data = QStringLiteral(DISCARY_TEST_DATA);
 class LibraryCliTest : public ::testing::Test {
  protected:
   QTemporaryDir dir;
-  struct Outcome {
-    int status;
-    QByteArray out, err;
-  };
-  Outcome discary(QStringList args) {
-    QProcess p;
-    args = QStringList{"--catalogue", dir.filePath("c/Discary.sqlite"), "--settings", dir.filePath("d.conf"), "--quiet"} + args;
-    p.start(DISCARY_BINARY, args);
-    p.closeWriteChannel();
-    EXPECT_TRUE(p.waitForFinished(60000));
-    return {p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1, p.readAllStandardOutput(), p.readAllStandardError()};
-  }
+  CliRunner cli{dir.path()};
+  using Outcome = CliRunner::Outcome;
+  Outcome discary(const QStringList& args) { return cli.run(args); }
 };
 
 }  // namespace

@@ -1,17 +1,15 @@
+#include "CliRunner.h"
+
 #include <QDir>
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 namespace {
 
-struct Outcome {
-  int status;
-  QByteArray out, err;
-};
+using Outcome = CliRunner::Outcome;
 
 // show and export run end to end on a catalogue in c/, whose folder holds covers and templates.
 class PresentCliTest : public ::testing::Test {
@@ -23,14 +21,7 @@ class PresentCliTest : public ::testing::Test {
     uid = QString::number(QJsonDocument::fromJson(added.out).object()["uid"].toInteger());
     ASSERT_EQ(discary({"add", "title=Plain", "--collection", "Shelf"}).status, 0);
   }
-  Outcome discary(QStringList args) {
-    QProcess p;
-    args = QStringList{"--catalogue", dir.filePath("c/Discary.sqlite"), "--settings", dir.filePath("d.conf"), "--quiet"} + args;
-    p.start(DISCARY_BINARY, args);
-    p.closeWriteChannel();
-    EXPECT_TRUE(p.waitForFinished(60000));
-    return {p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1, p.readAllStandardOutput(), p.readAllStandardError()};
-  }
+  Outcome discary(const QStringList& args) { return cli.run(args); }
   void write(const QString& relative, const QByteArray& bytes) {
     QDir().mkpath(QFileInfo(dir.filePath(relative)).path());
     QFile f(dir.filePath(relative));
@@ -42,6 +33,7 @@ class PresentCliTest : public ::testing::Test {
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
   }
   QTemporaryDir dir;
+  CliRunner cli{dir.path()};
   QString uid;
 };
 

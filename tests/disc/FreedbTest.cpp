@@ -1,3 +1,4 @@
+#include "CannedCddbServer.h"
 #include "CannedHttpServer.h"
 #include "FakePlatform.h"
 #include "FakeWindowSystem.h"
@@ -18,30 +19,9 @@ namespace {
 
 const QString data = QStringLiteral(DISCARY_TEST_DATA "/disc/");
 
-QByteArray record(const QString& file) {
-  QFile f(data + file);
-  if (!f.open(QIODevice::ReadOnly)) return {};
-  QByteArray body = "210 rock 9a0bed0d CD database entry follows\n" + f.readAll();
-  return body + (body.endsWith('\n') ? ".\n" : "\n.\n");
-}
-
-// A CDDB server and web site: the query answer is set by the test; reads serve the shared
-// records by category+discid.
 class FreedbTest : public ::testing::Test {
  protected:
-  QByteArray queryReply = "200 rock 9a0bed0d Chagall Guevara / Chagall Guevara\n";
-  QByteArray searchPage;
-  QStringList probeHits{"rock", "misc"};
-  CannedHttpServer server{[this](const CannedHttpServer::Request& request) -> std::optional<QByteArray> {
-    if (request.path == "/freedb_search.php") return CannedHttpServer::ok(searchPage);
-    if (request.path != "/~cddb/cddb.cgi") return CannedHttpServer::status(404);
-    if (request.body.startsWith("cmd=cddb+query+")) return CannedHttpServer::ok(queryReply, true);
-    const QList<QByteArray> words = request.body.split('&').first().split('+');
-    if (words.size() == 4 && probeHits.contains(QString::fromLatin1(words.at(2)))) {
-      return CannedHttpServer::ok(record(QStringLiteral("cddb-file_9a0bed0d.xmcd")), true);
-    }
-    return CannedHttpServer::ok("401 No such CD entry in database.\n", true);
-  }};
+  CannedCddbServer server;
   QTemporaryDir dir;
   Settings settings{dir.filePath("discary.conf")};
   FakeWindowSystem windowSystem;
@@ -71,9 +51,9 @@ TEST_F(FreedbTest, queriesTheDiscAndReadsTheChosenRecord) {
   EXPECT_EQ(server.requests().last().body, "cmd=cddb+read+rock+9a0bed0d&hello=discary+localhost+discary+1.0&proto=6");
   EXPECT_EQ(freedb.resultNumber(1), (QVariantMap{{"Title", "No Data Found on Freedb"}}));
 
-  queryReply = "211 inexact\nrock 1 A / B\nmisc 2 C / D\njazz 3 E / F\n.\n";
+  server.queryReply = "211 inexact\nrock 1 A / B\nmisc 2 C / D\njazz 3 E / F\n.\n";
   EXPECT_EQ(freedb.getDiscID()->size(), 3);
-  queryReply = "202 No match found\n";
+  server.queryReply = "202 No match found\n";
   EXPECT_EQ(freedb.getDiscID(), QStringList());
 }
 
@@ -83,7 +63,7 @@ TEST_F(FreedbTest, probesEveryCategoryAndSearchesTheWebSite) {
   EXPECT_EQ(freedb.queryResults(), (QStringList{"rock+9a0bed0d", "misc+9a0bed0d"}));
   EXPECT_EQ(server.requests().size(), 10);
 
-  searchPage = "<a href=\"/freedb_search.php#1\"><i title=\"Chagall / Guevara\"><a href=\"/freedb/rock/9a0bed0d\">"
+  server.searchPage = "<a href=\"/freedb_search.php#1\"><i title=\"Chagall / Guevara\"><a href=\"/freedb/rock/9a0bed0d\">"
                "</a></i></div>";
   freedb.searchFor({{"artist", "Chagall"}, {"title", "Guevara"}}, {});
   EXPECT_EQ(freedb.resultsTitles(), QStringList{"Chagall:Guevara"});

@@ -6,7 +6,7 @@
 #include <QImage>
 #include <QUrl>
 
-#include "TextHelpers.h"
+#include "NaturalDate.h"
 
 namespace {
 
@@ -86,7 +86,7 @@ TEST_F(LibraryTrackMappingTest, ComposersRatingsDatesAndFills) {
   EXPECT_EQ(entry->stringValue("genre"), "Rock & Roll");
   EXPECT_EQ(entry->stringValue("discs"), "2");
   EXPECT_EQ(entry->stringValue("sortTitle"), "Suite, The");
-  const QDateTime year = *TextHelpers::myDateWithNaturalLanguageString("1999");
+  const QDateTime year = *NaturalDate::myDateWithNaturalLanguageString("1999");
   EXPECT_EQ(entry->value("releaseDate").toDateTime(), year.addSecs(-172800));
 
   Entry* noDate = map({{"Album", "Z"}, {"Name", "z"}, {"Year", 0}});

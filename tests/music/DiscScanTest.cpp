@@ -1,3 +1,4 @@
+#include "CannedCddbServer.h"
 #include "CannedHttpServer.h"
 #include "DiscScan.h"
 #include "Entry.h"
@@ -32,13 +33,7 @@ class FakePlayer : public MusicPlayer {
 
 class DiscScanTest : public ::testing::Test {
  protected:
-  QByteArray queryReply = "200 rock 9a0bed0d Chagall Guevara / Chagall Guevara\n";
-  CannedHttpServer server{[this](const CannedHttpServer::Request& request) -> std::optional<QByteArray> {
-    if (request.body.startsWith("cmd=cddb+query+")) return CannedHttpServer::ok(queryReply, true);
-    QFile f(data + "cddb-file_9a0bed0d.xmcd");
-    f.open(QIODevice::ReadOnly);
-    return CannedHttpServer::ok("210 rock 9a0bed0d\n" + f.readAll() + ".\n", true);
-  }};
+  CannedCddbServer server;
   QTemporaryDir dir, volume;
   Settings settings{dir.filePath("discary.conf")};
   FakeWindowSystem windowSystem;
@@ -90,7 +85,7 @@ TEST_F(DiscScanTest, oneMatchIsAddedAtOnceAndTheDiscEjectedFirst) {
 
 TEST_F(DiscScanTest, noMatchOffersManualEntryWithOneTrackPerTrackOfTheDisc) {
   platform.volumes = {volume.path()};
-  queryReply = "202 No match found\n";
+  server.queryReply = "202 No match found\n";
   windowSystem.alertAnswers = {1};
   controller->scanDisc();
   EXPECT_EQ(windowSystem.alerts, QStringList{"Action Required"});
@@ -124,7 +119,7 @@ TEST_F(DiscScanTest, noMatchOffersManualEntryWithOneTrackPerTrackOfTheDisc) {
 
 TEST_F(DiscScanTest, severalMatchesGoToTheChooserAndTheChosenOneToThePanel) {
   platform.volumes = {volume.path()};
-  queryReply = "211 inexact\nrock 9a0bed0d A / First\nmisc 9a0bed0d B / Second\n.\n";
+  server.queryReply = "211 inexact\nrock 9a0bed0d A / First\nmisc 9a0bed0d B / Second\n.\n";
   windowSystem.chooseAnswer = 1;
   controller->scanDisc();
   ASSERT_TRUE(controller->addPanel().isVisible());
@@ -143,6 +138,19 @@ TEST_F(DiscScanTest, fillInformationFromCdAccumulatesTheIdentifiersOfSeveralDisc
   QFile::copy(data + "derived_9d09130b_11tracks.TOC.plist", volume.filePath(".TOC.plist"));
   controller->fillInformationFromCD();
   EXPECT_EQ(controller->addPanel().valueForKey("discID").toString(), QStringLiteral("6a09f20a, 9d09130b"));
+}
+
+TEST_F(DiscScanTest, tracksAddedByHandAreNamedByTheirPlaceUnlessNamedAlready) {
+  platform.volumes = {volume.path()};
+  controller->addPanel().trackData().setTracks({QVariantMap{{"name", "Intro"}}, QVariantMap{}});
+  controller->fillInformationFromCD();
+  controller->nameUnnamedTracks();
+  const QVariantList tracks = controller->addPanel().trackData().tracks();
+  ASSERT_EQ(tracks.size(), 10);
+  EXPECT_EQ(tracks.first().toMap().value("name").toString(), QStringLiteral("Intro"));
+  EXPECT_EQ(tracks.at(1).toMap().value("name").toString(), QStringLiteral("Track 2"));
+  EXPECT_EQ(tracks.last().toMap().value("name").toString(), QStringLiteral("Track 10"));
+  EXPECT_FALSE(tracks.last().toMap().value("duration").toString().isEmpty());
 }
 
 TEST_F(DiscScanTest, aServerThatNeverAnswersEndsInTheNoMatchAlertWithinTheTimeOut) {

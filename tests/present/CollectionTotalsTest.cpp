@@ -5,7 +5,7 @@
 #include "MyController.h"
 #include "Settings.h"
 #include "Store.h"
-#include "TextHelpers.h"
+#include "TimeText.h"
 #include "TrackData.h"
 
 #include <QLocale>
@@ -124,7 +124,7 @@ TEST_F(CollectionTotalsTest, TrackPlayTimeReadsOnlyTheFirstColon) {
   EXPECT_EQ(TrackData::totalDuration({QVariantMap{{"duration", "1:02:03"}}, QVariantMap{{"duration", "0:58"}}}), "63:01");
   const QVariantMap endless{{"duration", QString(30, '9')}};
   EXPECT_EQ(TrackData::totalDuration({endless, endless}),
-            TextHelpers::timeStringWithSeconds(std::numeric_limits<qint64>::max()));
+            TimeText::timeStringWithSeconds(std::numeric_limits<qint64>::max()));
 }
 
 }  // namespace

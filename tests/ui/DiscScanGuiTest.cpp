@@ -1,4 +1,4 @@
-#include "CannedHttpServer.h"
+#include "CannedCddbServer.h"
 #include "Entry.h"
 #include "EntryEditor.h"
 #include "EntryTableModel.h"
@@ -40,17 +40,7 @@ void whenShown(std::function<void(Widget*)> act) {
 
 class DiscScanGuiTest : public ::testing::Test {
  protected:
-  QByteArray queryReply = "200 rock 9a0bed0d Chagall Guevara / Chagall Guevara\n";
-  CannedHttpServer server{[this](const CannedHttpServer::Request& request) -> std::optional<QByteArray> {
-    if (request.path == "/freedb_search.php") {
-      return CannedHttpServer::ok("<a href=\"/freedb_search.php#1\"><i title=\"Chagall Guevara / Chagall Guevara\">"
-                                  "<a href=\"/freedb/rock/9a0bed0d\">x</a></i></div>");
-    }
-    if (request.body.startsWith("cmd=cddb+query+")) return CannedHttpServer::ok(queryReply, true);
-    QFile f(data + "cddb-file_9a0bed0d.xmcd");
-    f.open(QIODevice::ReadOnly);
-    return CannedHttpServer::ok("210 rock 9a0bed0d\n" + f.readAll() + ".\n", true);
-  }};
+  CannedCddbServer server;
   QTemporaryDir dir, volume;
   Settings settings{dir.filePath("discary.conf")};
   QtWindowSystem windowSystem;
@@ -111,7 +101,7 @@ TEST_F(DiscScanGuiTest, aMountedDiscIsLookedUpOnlyOnceTurnedOnInPreferences) {
 }
 
 TEST_F(DiscScanGuiTest, severalMatchesAreChosenAndSteppedThroughInTheEditor) {
-  queryReply = "211 inexact\nrock 9a0bed0d A / First\nmisc 9a0bed0d B / Second\n.\n";
+  server.queryReply = "211 inexact\nrock 9a0bed0d A / First\nmisc 9a0bed0d B / Second\n.\n";
   MainWindow window(*controller, windowSystem);
   windowSystem.setWindow(&window);
   window.show();
