@@ -5,7 +5,6 @@
 #include "ModelKeys.h"
 #include "SqliteDatabase.h"
 #include "SqliteStatement.h"
-#include "SqliteTransaction.h"
 #include "StoreSchema.h"
 
 #include <QDateTime>
@@ -110,39 +109,48 @@ bool MigrationManager::createRelationships(QString* error) {
 }
 
 bool MigrationManager::writeDestination(QString* error) {
-  for (const QString& sql : StoreSchema::createStatements()) {
-    if (!db_.exec(sql)) {
-      if (error) *error = db_.errorMessage();
-      return false;
+  auto failed = [&]() {
+    if (error) *error = db_.errorMessage();
+    return false;
+  };
+  // The entries are made in the current form, but this step ends at version 5, which later steps
+  // build on: they are written to scratch tables of the current form and copied into the frozen
+  // version-5 tables, every column version 5 has.
+  const QString scratch = QStringLiteral("new_");
+  for (const QString& sql : StoreSchema::createStatements(scratch) + StoreSchema::version5CreateStatements())
+    if (!db_.exec(sql)) return failed();
+  {
+    EntryWriter writer(db_.handle(), scratch);
+    for (auto& entry : destinations_) {
+      if (!writer.writeAttributes(*entry) || !writer.writeRelationships(*entry)) {
+        if (error) *error = QStringLiteral("writing entry %1: %2").arg(entry->uid()).arg(db_.errorMessage());
+        return false;
+      }
     }
   }
-  EntryWriter writer(db_.handle());
-  for (auto& entry : destinations_) {
-    if (!writer.writeAttributes(*entry) || !writer.writeRelationships(*entry)) {
-      if (error) *error = QStringLiteral("writing entry %1: %2").arg(entry->uid()).arg(db_.errorMessage());
-      return false;
-    }
+  for (const QString& table : {QStringLiteral("entries"), QStringLiteral("tracks"), QStringLiteral("links")}) {
+    QStringList columns;
+    SqliteStatement info(db_.handle(), QStringLiteral("SELECT name FROM pragma_table_info('%1')").arg(table));
+    while (info.step() == SQLITE_ROW) columns << StoreSchema::quoted(info.text(0));
+    const QString list = columns.join(QLatin1Char(','));
+    if (columns.isEmpty() ||
+        !db_.exec(QStringLiteral("INSERT INTO %1(%2) SELECT %2 FROM %3%1").arg(table, list, scratch)) ||
+        !db_.exec(QStringLiteral("DROP TABLE %1%2").arg(scratch, table)))
+      return failed();
   }
+  for (const QString& table : {QStringLiteral("collections"), QStringLiteral("collection_entries"), QStringLiteral("meta")})
+    if (!db_.exec(QStringLiteral("DROP TABLE %1%2").arg(scratch, table))) return failed();
   const QStringList copy = {
       QStringLiteral("INSERT INTO collections(id,name,position) SELECT id,name,id FROM v4_collections"),
       QStringLiteral("INSERT OR IGNORE INTO collection_entries(collection_id,entry_uid,position) "
                      "SELECT collection_id,entry_uid,rowid FROM v4_collection_entries"),
   };
-  for (const QString& sql : copy) {
-    if (!db_.exec(sql)) {
-      if (error) *error = db_.errorMessage();
-      return false;
-    }
-  }
+  for (const QString& sql : copy)
+    if (!db_.exec(sql)) return failed();
   return true;
 }
 
 bool MigrationManager::migrate(QString* error) {
-  SqliteTransaction transaction(db_);
-  if (!transaction.isOpen()) {
-    if (error) *error = db_.errorMessage();
-    return false;
-  }
   for (const QString& table : version4Tables) {
     if (!db_.exec(QStringLiteral("ALTER TABLE %1 RENAME TO v4_%1").arg(table))) {
       if (error) *error = QStringLiteral("the version-4 table %1 is missing").arg(table);
@@ -155,10 +163,6 @@ bool MigrationManager::migrate(QString* error) {
       if (error) *error = db_.errorMessage();
       return false;
     }
-  }
-  if (!db_.exec(QStringLiteral("PRAGMA user_version=%1").arg(StoreSchema::currentVersion)) || !transaction.commit()) {
-    if (error) *error = db_.errorMessage();
-    return false;
   }
   return true;
 }

@@ -12,14 +12,15 @@ class Link;
 class SqliteDatabase;
 class Track;
 
-// Migrates a version-4 catalogue to the current version inside one transaction: the old tables
-// are read, every entry is made anew in the current form, the entity policy runs for each, and
-// the new tables replace the old ones. Any failure rolls everything back.
+// Converts a version-4 catalogue to version 5, the first step of the upgrade chain, inside the
+// transaction the chain opens: the old tables are read, every entry is made anew, the entity
+// policy runs for each, and the version-5 tables replace the old ones.
 class MigrationManager {
  public:
   MigrationManager(SqliteDatabase& db, std::shared_ptr<EntityMigrationPolicy> policy);
   ~MigrationManager();
 
+  // False with the reason on any failure; the caller rolls the transaction back.
   bool migrate(QString* error);
 
   // For the policies: whether a destination entry was made from a source row, and the tracks

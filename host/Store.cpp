@@ -2,13 +2,13 @@
 
 #include "Entry.h"
 #include "EntryWriter.h"
-#include "MigrationManager.h"
 #include "ModelKeys.h"
 #include "SqlValue.h"
 #include "SqliteStatement.h"
 #include "StoredRow.h"
 #include "SqliteTransaction.h"
 #include "StoreSchema.h"
+#include "StoreUpgrader.h"
 
 #include <QDir>
 #include <QFile>
@@ -94,7 +94,8 @@ Store::OpenResult Store::open(const QString& path) {
                    : QStringLiteral("%1 is not a Discary catalogue: %2").arg(path, db_.errorMessage())};
   } else if (version > StoreSchema::currentVersion) {
     result = {OpenStatus::TooNew,
-              QStringLiteral("%1 was written by a newer Discary (catalogue version %2); this one reads up to version %3.")
+              QStringLiteral("%1 was written by a newer version of Discary (catalogue version %2); this version reads "
+                             "up to catalogue version %3.")
                   .arg(path)
                   .arg(version)
                   .arg(StoreSchema::currentVersion)};
@@ -112,7 +113,7 @@ Store::OpenResult Store::open(const QString& path) {
       if (!ok) result = {OpenStatus::CannotOpen, QStringLiteral("Cannot create %1: %2").arg(path, db_.errorMessage())};
     }
   } else if (version < StoreSchema::currentVersion) {
-    result = migrate(version);
+    result = upgrade(version);
   }
   if (result.ok()) {
     db_.exec(QStringLiteral("PRAGMA journal_mode=WAL"));
@@ -125,33 +126,40 @@ Store::OpenResult Store::open(const QString& path) {
   return result;
 }
 
-Store::OpenResult Store::migrate(qint64 version) {
-  if (version != StoreSchema::version4)
-    return {OpenStatus::TooOld, QStringLiteral("%1 is a catalogue of version %2, which this Discary cannot read.")
-                                    .arg(path_)
-                                    .arg(version)};
-  {
-    SqliteStatement check(db_.handle(), QStringLiteral("PRAGMA quick_check"));
-    if (check.step() != SQLITE_ROW || check.text(0) != QLatin1String("ok"))
-      return {OpenStatus::Damaged, QStringLiteral("%1 is damaged and was not converted.").arg(path_)};
+Store::OpenResult Store::upgrade(qint64 version) {
+  const StoreUpgrader::Result result = StoreUpgrader(db_, path_, policy_).upgrade(version);
+  OpenResult opened;
+  switch (result.outcome) {
+    case StoreUpgrader::Outcome::Done: return {};
+    case StoreUpgrader::Outcome::TooOld:
+      opened = {OpenStatus::TooOld, QStringLiteral("%1 is a catalogue of version %2, which this Discary cannot read.")
+                                        .arg(path_)
+                                        .arg(result.version)};
+      break;
+    case StoreUpgrader::Outcome::Damaged:
+      opened = {OpenStatus::Damaged, QStringLiteral("%1 is damaged and was not converted.").arg(path_)};
+      break;
+    case StoreUpgrader::Outcome::BackupFailed:
+      opened = {OpenStatus::MigrationFailed,
+                QStringLiteral("Cannot back up %1 before converting it: %2").arg(path_, result.error)};
+      break;
+    case StoreUpgrader::Outcome::StepFailed:
+      opened = {OpenStatus::MigrationFailed,
+                result.version == version
+                    ? QStringLiteral("%1 could not be converted to the current version and was left as it was: %2")
+                          .arg(path_, result.error)
+                    : QStringLiteral("%1 could not be converted past version %2 and was left at that version: %3")
+                          .arg(path_)
+                          .arg(result.version)
+                          .arg(result.error)};
+      break;
   }
-  if (path_ != QLatin1String(":memory:")) {
-    // Through SQLite, not as a file copy: the last writes may still sit in the write-ahead log.
-    const QString backup = path_ + QStringLiteral(".version4");
-    QFile::remove(backup);
-    QString error;
-    if (!db_.backupTo(backup, &error)) {
-      QFile::remove(backup);
-      return {OpenStatus::MigrationFailed,
-              QStringLiteral("Cannot back up %1 before converting it: %2").arg(path_, error)};
-    }
-  }
-  MigrationManager manager(db_, policy_);
-  QString error;
-  if (!manager.migrate(&error))
-    return {OpenStatus::MigrationFailed,
-            QStringLiteral("%1 could not be converted to the current version and was left as it was: %2").arg(path_, error)};
-  return {};
+  // Earlier steps stay done; say where the file as it was first found is kept.
+  if (result.version != version)
+    opened.message += QStringLiteral(" Its version-%1 form is kept as %2.")
+                          .arg(version)
+                          .arg(StoreUpgrader::backupPath(path_, version));
+  return opened;
 }
 
 bool Store::loadEntries() {

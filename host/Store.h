@@ -34,10 +34,11 @@ class Store : public ObjectContext {
   Store();
   ~Store() override;
 
-  // The policy the migration from version 4 runs for each entry ("CD").
+  // The policy the conversion from version 4 runs for each entry ("CD").
   void setMigrationPolicy(std::shared_ptr<EntityMigrationPolicy> policy);
   // Opens or creates the file (":memory:" for a store that is never written). A store of an
-  // older version is migrated first; on any failure the file is left as it was.
+  // older version is upgraded step by step first (StoreUpgrader); a failed step leaves the file as
+  // that step found it, and the store is not opened.
   OpenResult open(const QString& path);
   bool isOpen() const { return db_.handle() != nullptr; }
   const QString& path() const { return path_; }
@@ -92,7 +93,7 @@ class Store : public ObjectContext {
 
  private:
   OpenResult prepareFile(const QString& path);
-  OpenResult migrate(qint64 version);
+  OpenResult upgrade(qint64 version);
   bool loadEntries();
   bool loadCollections();
   void notify(Entry* entry, const QString& key);

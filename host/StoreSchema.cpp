@@ -23,9 +23,14 @@ QString columnList(const EntitySchema& schema) {
   return columns.join(QLatin1Char(','));
 }
 
+QString columnDefinition(const EntitySchema& schema, const QString& key) {
+  const int index = schema.indexOf(key);
+  return index < 0 ? QString() : quoted(key) + QLatin1Char(' ') + sqlType(schema.attributes()[size_t(index)].kind);
+}
+
 static QString columnDefinitions(const EntitySchema& schema) {
   QStringList columns;
-  for (const auto& a : schema.attributes()) columns << quoted(a.key) + QLatin1Char(' ') + sqlType(a.kind);
+  for (const auto& a : schema.attributes()) columns << columnDefinition(schema, a.key);
   return columns.join(QStringLiteral(", "));
 }
 
@@ -68,6 +73,41 @@ QStringList version4CreateStatements() {
                      "type TEXT)"),
       QStringLiteral("CREATE TABLE collections (id INTEGER PRIMARY KEY, name TEXT NOT NULL)"),
       QStringLiteral("CREATE TABLE collection_entries (collection_id INTEGER NOT NULL, entry_uid INTEGER NOT NULL)"),
+  };
+}
+
+QStringList version5CreateStatements() {
+  return {
+      QStringLiteral(
+          "CREATE TABLE entries (uid INTEGER PRIMARY KEY, \"title\" TEXT, \"sortTitle\" TEXT, \"artist\" TEXT, "
+          "\"sortArtist\" TEXT, \"composer\" TEXT, \"conductor\" TEXT, \"producer\" TEXT, \"mixedBy\" TEXT, "
+          "\"arrangedBy\" TEXT, \"label\" TEXT, \"genre\" TEXT, \"format\" TEXT, \"releaseDate\" INTEGER, "
+          "\"originalReleaseDate\" INTEGER, \"duration\" TEXT, \"numberOfTracks\" TEXT, \"discs\" TEXT, "
+          "\"discID\" TEXT, \"upc\" TEXT, \"asin\" TEXT, \"catalogNumber\" TEXT, \"price\" TEXT, \"paid\" TEXT, "
+          "\"rating\" TEXT, \"myRating\" INTEGER, \"awards\" TEXT, \"comments\" TEXT, \"summary\" TEXT, "
+          "\"tags\" TEXT, \"url\" TEXT, \"location\" TEXT, \"collectionID\" TEXT, \"purchasedAt\" TEXT, "
+          "\"purchasedOn\" INTEGER, \"borrowedBy\" TEXT, \"borrowedOn\" INTEGER, \"dueDate\" INTEGER, "
+          "\"lastPlayed\" INTEGER, \"dateAdded\" INTEGER, \"dateEdited\" INTEGER, \"status\" INTEGER, "
+          "\"itunes\" INTEGER, \"custom1\" TEXT, \"custom2\" TEXT, \"custom3\" TEXT, \"custom4\" TEXT, "
+          "\"custom5\" TEXT, \"custom6\" TEXT, \"custom7\" TEXT, \"custom8\" TEXT, \"custom9\" TEXT, "
+          "\"custom10\" TEXT, \"customDate1\" INTEGER, \"customCheckbox1\" INTEGER, \"customTag1\" TEXT, "
+          "\"customText1\" TEXT, \"customDate2\" INTEGER, \"customCheckbox2\" INTEGER, \"customTag2\" TEXT, "
+          "\"customText2\" TEXT, \"addressBookID\" TEXT, \"extraData\" TEXT, \"hasMovieLink\" INTEGER, "
+          "\"lastUsedCount\" INTEGER, \"lastUsed\" INTEGER, \"lowestNewPrice\" TEXT, \"lowestUsedPrice\" TEXT, "
+          "\"uploaded\" INTEGER, \"onSale\" INTEGER, \"hasBeenSold\" INTEGER, \"soldOn\" INTEGER, "
+          "\"askingPrice\" TEXT, \"buyerAddress\" TEXT, \"buyerEmail\" TEXT, \"buyerName\" TEXT, "
+          "\"placedForSaleAt\" TEXT, \"soldPrice\" TEXT, \"dogTag\" TEXT, \"localeLanguage\" TEXT)"),
+      QStringLiteral("CREATE TABLE tracks (id INTEGER PRIMARY KEY, entry_uid INTEGER NOT NULL, \"name\" TEXT, "
+                     "\"position\" INTEGER, \"duration\" TEXT, \"artist\" TEXT, \"composer\" TEXT)"),
+      QStringLiteral("CREATE INDEX tracks_entry ON tracks(entry_uid)"),
+      QStringLiteral("CREATE TABLE links (id INTEGER PRIMARY KEY, entry_uid INTEGER NOT NULL, \"name\" TEXT, "
+                     "\"url\" TEXT, \"type\" TEXT, \"position\" INTEGER)"),
+      QStringLiteral("CREATE INDEX links_entry ON links(entry_uid)"),
+      QStringLiteral("CREATE INDEX links_url ON links(url)"),
+      QStringLiteral("CREATE TABLE collections (id INTEGER PRIMARY KEY, name TEXT NOT NULL, position INTEGER)"),
+      QStringLiteral("CREATE TABLE collection_entries (collection_id INTEGER NOT NULL, entry_uid INTEGER NOT NULL, "
+                     "position INTEGER, PRIMARY KEY (collection_id, entry_uid)) WITHOUT ROWID"),
+      QStringLiteral("CREATE TABLE meta (key TEXT PRIMARY KEY, value) WITHOUT ROWID"),
   };
 }
 

@@ -46,6 +46,11 @@ std::vector<EntitySchema::Attribute> cdAttributes() {
       {"localeLanguage", K::Text},
   };
   a.insert(a.end(), kept.begin(), kept.end());
+  // New attributes go last, so that a fresh table and an upgraded one have the same column order.
+  // Version 6: identifiers for the online lookup.
+  a.push_back({"releaseID", K::Text});
+  a.push_back({"musicBrainzDiscID", K::Text});
+  a.push_back({"barcodeSource", K::Text});
   return a;
 }
 }  // namespace

@@ -1,4 +1,6 @@
 #include "CliRunner.h"
+#include "SqliteDatabase.h"
+#include "StoreSchema.h"
 
 #include <QDir>
 #include <QFile>
@@ -198,6 +200,37 @@ TEST_F(CliTest, CatalogueThatIsNotACatalogueIsRefused) {
   EXPECT_EQ(r.status, 1);
   EXPECT_TRUE(r.err.contains("not a Discary catalogue")) << r.err.constData();
   EXPECT_EQ(QFileInfo(bad.fileName()).size(), 4096);
+}
+
+TEST_F(CliTest, AnOlderCatalogueIsUpgradedByTheFirstCommandAndKeepsItsEntries) {
+  const QString old = dir.filePath("old/Old.sqlite");
+  ASSERT_TRUE(QDir().mkpath(dir.filePath("old")));
+  {
+    SqliteDatabase db;
+    ASSERT_TRUE(db.open(old, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE));
+    QStringList statements = StoreSchema::version5CreateStatements();
+    statements << "INSERT INTO entries(uid,title,artist,format) VALUES(5,'Kind of Blue','Miles Davis','CD')"
+               << "INSERT INTO tracks(entry_uid,name,position,duration) VALUES(5,'So What',0,'9:22')"
+               << "INSERT INTO collections(id,name,position) VALUES(9,'Jazz',0)"
+               << "INSERT INTO collection_entries(collection_id,entry_uid,position) VALUES(9,5,0)"
+               << "PRAGMA user_version=5";
+    for (const QString& sql : statements) ASSERT_TRUE(db.exec(sql)) << qPrintable(db.errorMessage());
+  }
+  Outcome listed = discary({"list", "--catalogue", old});
+  ASSERT_EQ(listed.status, 0) << listed.err.constData();
+  EXPECT_TRUE(listed.out.contains("Kind of Blue")) << listed.out.constData();
+  EXPECT_TRUE(QFile::exists(old + ".version5"));
+
+  Outcome edited = discary({"--json", "edit", "5", "releaseID=b8f1c7e6-0d1a-4b7e-9c1e-3f9a2d6c4e10",
+                            "barcodeSource=sleeve", "--catalogue", old});
+  ASSERT_EQ(edited.status, 0) << edited.err.constData();
+  const QJsonObject entry = discary({"--json", "list", "--catalogue", old}).json().toArray()[0].toObject();
+  EXPECT_EQ(entry["title"].toString(), "Kind of Blue");
+  EXPECT_EQ(entry["releaseID"].toString(), "b8f1c7e6-0d1a-4b7e-9c1e-3f9a2d6c4e10");
+  EXPECT_EQ(entry["barcodeSource"].toString(), "sleeve");
+  EXPECT_FALSE(entry.contains("musicBrainzDiscID"));  // set only when known
+  EXPECT_EQ(entry["tracks"].toArray()[0].toObject()["name"].toString(), "So What");
+  EXPECT_EQ(entry["collections"].toArray(), QJsonArray{"Jazz"});
 }
 
 TEST_F(CliTest, PrintListsTheLayoutsAndPrintsCollectionsToPdf) {

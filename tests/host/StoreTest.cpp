@@ -1,7 +1,11 @@
 #include "Entry.h"
+#include "SqliteDatabase.h"
+#include "SqliteStatement.h"
 #include "Store.h"
+#include "StoreSchema.h"
 
 #include <QCryptographicHash>
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -13,6 +17,52 @@ QByteArray fileHash(const QString& path) {
   QFile f(path);
   f.open(QIODevice::ReadOnly);
   return QCryptographicHash::hash(f.readAll(), QCryptographicHash::Sha256);
+}
+
+// Every table's columns (name, type, not null, default, key) and every index, as SQLite reports
+// them: two files with the same layout answer the same.
+QStringList layoutOf(const QString& path) {
+  SqliteDatabase db;
+  if (!db.open(path, SQLITE_OPEN_READONLY)) return {"cannot open"};
+  QStringList layout;
+  SqliteStatement tables(db.handle(), "SELECT type,name,tbl_name FROM sqlite_master ORDER BY type,name");
+  while (tables.step() == SQLITE_ROW) {
+    const QString name = tables.text(1);
+    layout << tables.text(0) + ' ' + name + " on " + tables.text(2);
+    const QString pragma = tables.text(0) == "table" ? "table_info" : "index_xinfo";
+    SqliteStatement columns(db.handle(), QStringLiteral("SELECT * FROM pragma_%1('%2')").arg(pragma, name));
+    while (columns.step() == SQLITE_ROW) {
+      QStringList cells;
+      for (int c = 0; c < columns.columnCount(); ++c) cells << (columns.isNull(c) ? "NULL" : columns.text(c));
+      layout << "  " + cells.join('|');
+    }
+  }
+  return layout;
+}
+
+// A catalogue as version 5 wrote it, in the write-ahead log mode it was kept in.
+void writeVersion5(const QString& path, const QStringList& extraStatements = {}) {
+  SqliteDatabase db;
+  ASSERT_TRUE(db.open(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE));
+  ASSERT_TRUE(db.exec("PRAGMA journal_mode=WAL"));
+  QStringList statements = StoreSchema::version5CreateStatements();
+  statements << extraStatements
+             << "INSERT INTO entries(uid,title,artist,releaseDate,myRating,customCheckbox1,price,status,localeLanguage) "
+                "VALUES(1,'Kind of Blue','Miles Davis',-347155200000,9,1,'12.50',2,'en')"
+             << "INSERT INTO entries(uid,title,discID) VALUES(2,'Ella Swings','6a09f20a')"
+             << "INSERT INTO tracks(id,entry_uid,name,position,duration,composer) VALUES(7,1,'So What',0,'9:22','Davis')"
+             << "INSERT INTO tracks(id,entry_uid,name,position,duration) VALUES(8,1,'Freddie Freeloader',1,'9:46')"
+             << "INSERT INTO links(id,entry_uid,name,url,type,position) VALUES(3,1,'Notes','https://example.org/kob','review',0)"
+             << "INSERT INTO collections(id,name,position) VALUES(20,'Jazz',0),(21,'Vocal',1)"
+             << "INSERT INTO collection_entries(collection_id,entry_uid,position) VALUES(20,1,0),(20,2,1),(21,2,0)"
+             << "INSERT INTO meta(key,value) VALUES('nextUID',3000)"
+             << "PRAGMA user_version=5";
+  for (const QString& sql : statements) ASSERT_TRUE(db.exec(sql)) << qPrintable(sql) << qPrintable(db.errorMessage());
+}
+
+qint64 versionOf(const QString& path) {
+  SqliteDatabase db;
+  return db.open(path, SQLITE_OPEN_READONLY) ? db.userVersion() : -1;
 }
 
 class StoreTest : public ::testing::Test {
@@ -114,6 +164,101 @@ TEST_F(StoreTest, TwoProcessesSharingAFileKeepEachOthersEntries) {
   EXPECT_EQ(reader.entries().size(), 100u);
 }
 
+TEST_F(StoreTest, AVersion5CatalogueIsUpgradedWholeToTheLayoutOfANewOne) {
+  writeVersion5(path());
+  {
+    Store store;
+    const auto result = store.open(path());
+    ASSERT_TRUE(result.ok()) << qPrintable(result.message);
+    ASSERT_EQ(store.entries().size(), 2u);
+    Entry* blue = store.entryWithUID(1);
+    Entry* ella = store.entryWithUID(2);
+    ASSERT_TRUE(blue && ella);
+    EXPECT_EQ(blue->value("title").toString(), "Kind of Blue");
+    EXPECT_EQ(blue->value("artist").toString(), "Miles Davis");
+    EXPECT_EQ(blue->value("releaseDate").toDateTime(), QDateTime(QDate(1959, 1, 1), QTime(0, 0), Qt::UTC));
+    EXPECT_EQ(blue->value("myRating").toLongLong(), 9);
+    EXPECT_EQ(blue->value("customCheckbox1").toBool(), true);
+    EXPECT_EQ(blue->value("price").toString(), "12.50");
+    EXPECT_EQ(blue->value("status").toLongLong(), 2);
+    EXPECT_EQ(blue->value("localeLanguage").toString(), "en");
+    EXPECT_EQ(ella->value("discID").toString(), "6a09f20a");
+    for (const char* added : {"releaseID", "musicBrainzDiscID", "barcodeSource"})
+      EXPECT_FALSE(blue->value(added).isValid()) << added;
+    const auto tracks = blue->tracksSortedByPosition();
+    ASSERT_EQ(tracks.size(), 2u);
+    EXPECT_EQ(tracks[0]->value("name").toString(), "So What");
+    EXPECT_EQ(tracks[0]->value("composer").toString(), "Davis");
+    EXPECT_EQ(tracks[1]->value("duration").toString(), "9:46");
+    EXPECT_EQ(store.entryWithLink("https://example.org/kob"), blue);
+    EXPECT_EQ(store.collectionNamesOf(*ella), (QStringList{"Jazz", "Vocal"}));
+    EXPECT_GE(store.insertEntry()->uid(), 3000);  // the reserved uids stay reserved
+
+    EXPECT_TRUE(ella->setValue("releaseID", "1c5e5b2c-9f7b-4c2b-a2a4-0c5f0e8b7d11"));
+    EXPECT_TRUE(ella->setValue("barcodeSource", "sleeve"));
+    ASSERT_TRUE(store.save());
+  }
+  EXPECT_EQ(versionOf(path()), 6);
+  EXPECT_EQ(versionOf(path() + ".version5"), 5);
+  {
+    Store again;
+    ASSERT_TRUE(again.open(path()).ok());
+    EXPECT_EQ(again.entryWithUID(2)->value("releaseID").toString(), "1c5e5b2c-9f7b-4c2b-a2a4-0c5f0e8b7d11");
+    EXPECT_EQ(again.entryWithUID(2)->value("barcodeSource").toString(), "sleeve");
+    EXPECT_EQ(again.entries().size(), 3u);
+  }
+
+  const QString fresh = dir.filePath("Fresh.sqlite");
+  {
+    Store store;
+    ASSERT_TRUE(store.open(fresh).ok());
+  }
+  const QStringList upgraded = layoutOf(path()), created = layoutOf(fresh);
+  EXPECT_EQ(upgraded, created) << qPrintable(upgraded.join('\n')) << "\n---\n" << qPrintable(created.join('\n'));
+  EXPECT_TRUE(created.contains("index links_url on links"));
+}
+
+TEST_F(StoreTest, AnUpgradeThatCannotBeMadeLosesNothing) {
+  // A file that already has a column of a name version 6 adds: the step fails and is undone.
+  writeVersion5(path(), {"ALTER TABLE entries ADD COLUMN musicBrainzDiscID TEXT"});
+  const QByteArray before = fileHash(path());
+  Store store;
+  const auto result = store.open(path());
+  EXPECT_EQ(result.status, Store::OpenStatus::MigrationFailed);
+  EXPECT_TRUE(result.message.contains("left as it was")) << qPrintable(result.message);
+  EXPECT_TRUE(result.message.contains("musicBrainzDiscID")) << qPrintable(result.message);
+  EXPECT_FALSE(store.isOpen());
+  EXPECT_EQ(fileHash(path()), before);
+  EXPECT_EQ(versionOf(path()), 5);
+
+  // A file whose pages are broken is not touched, nor copied.
+  const QString broken = dir.filePath("Broken.sqlite");
+  QStringList many;
+  for (int i = 0; i < 300; ++i)
+    many << QStringLiteral("INSERT INTO entries(uid,title) VALUES(%1,'%2')").arg(100 + i).arg(QString(200, QChar('a' + i % 26)));
+  writeVersion5(broken, many);
+  {
+    SqliteDatabase db;  // folds the log into the file, so the damage below is what a reader sees
+    ASSERT_TRUE(db.open(broken, SQLITE_OPEN_READWRITE));
+    ASSERT_TRUE(db.exec("PRAGMA wal_checkpoint(TRUNCATE)"));
+    ASSERT_TRUE(db.exec("PRAGMA journal_mode=DELETE"));
+  }
+  {
+    QFile f(broken);
+    ASSERT_TRUE(f.open(QIODevice::ReadWrite));
+    ASSERT_GT(f.size(), 16 * 4096);
+    f.seek(f.size() - 3 * 4096);
+    f.write(QByteArray(4096, '\xff'));
+  }
+  const QByteArray damaged = fileHash(broken);
+  Store second;
+  const auto refused = second.open(broken);
+  EXPECT_EQ(refused.status, Store::OpenStatus::Damaged) << qPrintable(refused.message);
+  EXPECT_TRUE(refused.message.contains("damaged")) << qPrintable(refused.message);
+  EXPECT_EQ(fileHash(broken), damaged);
+  EXPECT_FALSE(QFile::exists(broken + ".version5"));
+}
+
 TEST_F(StoreTest, FilesThatAreNotCataloguesAreRefusedAndLeftAlone) {
   const QString text = dir.filePath("notes.sqlite");
   {
@@ -128,7 +273,7 @@ TEST_F(StoreTest, FilesThatAreNotCataloguesAreRefusedAndLeftAlone) {
   sqlite3_exec(db, "CREATE TABLE songs(x)", nullptr, nullptr, nullptr);
   sqlite3_close(db);
   sqlite3_open(newer.toUtf8().constData(), &db);
-  sqlite3_exec(db, "CREATE TABLE entries(uid); PRAGMA user_version=9", nullptr, nullptr, nullptr);
+  sqlite3_exec(db, "CREATE TABLE entries(uid); PRAGMA user_version=7", nullptr, nullptr, nullptr);
   sqlite3_close(db);
 
   const struct {
@@ -148,7 +293,13 @@ TEST_F(StoreTest, FilesThatAreNotCataloguesAreRefusedAndLeftAlone) {
     if (!before.isEmpty()) {
       EXPECT_EQ(fileHash(c.path), before) << qPrintable(c.path);
     }
+    if (c.path == newer) {
+      EXPECT_TRUE(result.message.endsWith("was written by a newer version of Discary (catalogue version 7); this "
+                                          "version reads up to catalogue version 6."))
+          << qPrintable(result.message);
+    }
   }
+  EXPECT_TRUE(QDir(dir.path()).entryList({"*.version*"}).isEmpty());
 }
 
 TEST_F(StoreTest, ReadOnlyCatalogueIsRefusedUntouched) {

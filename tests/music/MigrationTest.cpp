@@ -69,6 +69,14 @@ TEST(MigrationTest, Version4CatalogueGainsTrackCountsAndFormatAndKeepsItsData) {
   EXPECT_EQ(store.collectionNamesOf(*abbey), QStringList{"Sixties"});
 
   }
+  // Through the whole chain, a copy kept before each step.
+  SqliteDatabase check;
+  ASSERT_TRUE(check.open(path, SQLITE_OPEN_READONLY));
+  EXPECT_EQ(check.userVersion(), 6);
+  check.close();
+  ASSERT_TRUE(check.open(path + ".version5", SQLITE_OPEN_READONLY));
+  EXPECT_EQ(check.userVersion(), 5);
+  check.close();
   // A second open finds the current version and changes nothing more.
   Store again;
   ASSERT_TRUE(again.open(path).ok());
@@ -132,6 +140,39 @@ TEST(MigrationTest, AFailedMigrationLeavesTheOldFileAsItWas) {
   SqliteDatabase check;
   ASSERT_TRUE(check.open(unbackedPath, SQLITE_OPEN_READONLY));
   EXPECT_EQ(check.userVersion(), 4);
+}
+
+TEST(MigrationTest, AChainStoppedHalfWayKeepsTheStepsItMadeAndGoesOnLater) {
+  QTemporaryDir dir;
+  const QString path = dir.filePath("Old.sqlite");
+  writeVersion4(path);
+  // The copy before the second step cannot be written: the chain stops at version 5.
+  ASSERT_TRUE(QDir().mkpath(path + ".version5/in the way"));
+  {
+    Store store;
+    store.setMigrationPolicy(std::make_shared<Disc4ToDisc5>());
+    const auto result = store.open(path);
+    EXPECT_EQ(result.status, Store::OpenStatus::MigrationFailed);
+    EXPECT_TRUE(result.message.contains("back up")) << qPrintable(result.message);
+    EXPECT_TRUE(result.message.contains(path + ".version4")) << qPrintable(result.message);
+    EXPECT_FALSE(store.isOpen());
+  }
+  {
+    SqliteDatabase check;
+    ASSERT_TRUE(check.open(path, SQLITE_OPEN_READONLY));
+    EXPECT_EQ(check.userVersion(), 5);
+  }
+  ASSERT_TRUE(QDir(path + ".version5").removeRecursively());
+  Store store;
+  store.setMigrationPolicy(std::make_shared<Disc4ToDisc5>());
+  const auto result = store.open(path);
+  ASSERT_TRUE(result.ok()) << qPrintable(result.message);
+  ASSERT_NE(store.entryWithUID(1), nullptr);
+  EXPECT_EQ(store.entryWithUID(1)->value("numberOfTracks").toString(), "3");
+  EXPECT_EQ(store.entryWithUID(1)->tracksSortedByPosition().size(), 3u);
+  SqliteDatabase check;
+  ASSERT_TRUE(check.open(path, SQLITE_OPEN_READONLY));
+  EXPECT_EQ(check.userVersion(), 6);
 }
 
 TEST(MigrationTest, PolicyWritesNothingWhenTheInheritedStepFails) {
