@@ -1,21 +1,11 @@
 #include "StoreSchema.h"
 
 #include "EntitySchema.h"
+#include "ValueKind.h"
 
 namespace StoreSchema {
 
 QString quoted(const QString& identifier) { return QLatin1Char('"') + identifier + QLatin1Char('"'); }
-
-static QString sqlType(AttributeKind kind) {
-  switch (kind) {
-    case AttributeKind::Date:
-    case AttributeKind::Integer:
-    case AttributeKind::Boolean:
-      return QStringLiteral("INTEGER");
-    default:
-      return QStringLiteral("TEXT");
-  }
-}
 
 QString columnList(const EntitySchema& schema) {
   QStringList columns;
@@ -25,7 +15,7 @@ QString columnList(const EntitySchema& schema) {
 
 static QString columnDefinitions(const EntitySchema& schema) {
   QStringList columns;
-  for (const auto& a : schema.attributes()) columns << quoted(a.key) + QLatin1Char(' ') + sqlType(a.kind);
+  for (const auto& a : schema.attributes()) columns << quoted(a.key) + QLatin1Char(' ') + ValueKind::of(a.kind).sqlType();
   return columns.join(QStringLiteral(", "));
 }
 

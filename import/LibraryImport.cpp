@@ -1,5 +1,6 @@
 #include "LibraryImport.h"
 
+#include "CdKeys.h"
 #include "Entry.h"
 #include "LibraryTrackMapping.h"
 #include "MyControllerShared.h"
@@ -20,7 +21,7 @@ std::vector<Entry*> LibraryImport::importTracks(MyControllerShared& c, const Alb
       continue;
     bool existed = false;
     Entry* entry = LibraryTrackMapping::entryForTrack(c, run, track, &existed);
-    ws.setProgressSubtitle(entry->stringValue(QStringLiteral("title")));
+    ws.setProgressSubtitle(entry->stringValue(CdKeys::title));
     if (!existed) entries.push_back(entry);
     ws.increaseProgress();
     if (batch.add(!existed) && !c.saveManagedObjectContext()) break;

@@ -2,6 +2,7 @@
 // answer about an inserted CD.
 #include "MyController.h"
 
+#include "CdKeys.h"
 #include "Freedb.h"
 #include "MusicPlayer.h"
 #include "Platform.h"
@@ -119,7 +120,7 @@ void MyController::scanDisc() {
     showAddPanel();
     addPanel().setFromDictionary(single);
     if (preferencesStandard().boolForKey(SettingsKeys::firstResultAdd)) {
-      const QString title = addPanel().valueForKey(QStringLiteral("title")).toString();
+      const QString title = addPanel().valueForKey(CdKeys::title).toString();
       addEntryFromAddPanelCheckForDuplicates(false);
       closeAddPanel();
       ws.displayNotice(title, preferencesStandard().floatForKey(SettingsKeys::bezelDisplayTime));
@@ -138,10 +139,10 @@ void MyController::fillInformationFromCD() {
   }
   const QString discID = site.discID().value_or(QString());
   if (discID.isEmpty()) return;
-  const QString current = addPanel().valueForKey(QStringLiteral("discID")).toString();
+  const QString current = addPanel().valueForKey(CdKeys::discID).toString();
   QString value = discID;
   if (!current.isEmpty() && current != discID) value = QStringLiteral("%1, %2").arg(current, discID);
-  addPanel().setValue(value, QStringLiteral("discID"));
+  addPanel().setValue(value, CdKeys::discID);
 }
 
 void MyController::ejectCD() { freedb().ejectCD(); }
@@ -202,12 +203,12 @@ std::optional<QVariantMap> MyController::dictionaryFromPlayerItems(const QVarian
     result[tracksKey] = tracks;
     if (const QString total = totalDuration(tracks); !total.isNull()) result[QStringLiteral("duration")] = total;
   }
-  result[QStringLiteral("title")] = items.at(0).toString();
-  result[QStringLiteral("genre")] = items.at(1).toString();
-  if (!albumArtist.isNull()) result[QStringLiteral("artist")] = albumArtist;
+  result[CdKeys::title] = items.at(0).toString();
+  result[CdKeys::genre] = items.at(1).toString();
+  if (!albumArtist.isNull()) result[CdKeys::artist] = albumArtist;
   if (const auto date = TextHelpers::myDateWithNaturalLanguageString(items.at(2).toString())) {
-    result[QStringLiteral("releaseDate")] = *date;
+    result[CdKeys::releaseDate] = *date;
   }
-  if (const QString composer = items.at(3).toString(); !composer.isEmpty()) result[QStringLiteral("composer")] = composer;
+  if (const QString composer = items.at(3).toString(); !composer.isEmpty()) result[CdKeys::composer] = composer;
   return result;
 }

@@ -1,6 +1,7 @@
 // The file-open dispatcher: which importer a file, folder or export reaches, and the wrap-up.
 #include "MyController.h"
 
+#include "CdKeys.h"
 #include "DiscogsImporter.h"
 #include "Entry.h"
 #include "ImportRun.h"
@@ -191,13 +192,13 @@ bool MyController::openCardAtPath(const QString& path) {
 
 bool MyController::findEntry(const QVariantMap& description) {
   Entry* found = nullptr;
-  if (description.contains(QStringLiteral("uid"))) found = managedObjectContext().entryWithUID(description.value("uid").toLongLong());
-  const QString title = description.value(QStringLiteral("title")).toString();
-  const QString artist = description.value(QStringLiteral("artist")).toString();
+  if (description.contains(CdKeys::uid)) found = managedObjectContext().entryWithUID(description.value(CdKeys::uid).toLongLong());
+  const QString title = description.value(CdKeys::title).toString();
+  const QString artist = description.value(CdKeys::artist).toString();
   if (!found && !title.isEmpty()) {
     for (Entry* e : managedObjectContext().entries()) {
-      if (e->stringValue(QStringLiteral("title")).compare(title, Qt::CaseInsensitive) == 0 &&
-          (artist.isEmpty() || e->stringValue(QStringLiteral("artist")).compare(artist, Qt::CaseInsensitive) == 0)) {
+      if (e->stringValue(CdKeys::title).compare(title, Qt::CaseInsensitive) == 0 &&
+          (artist.isEmpty() || e->stringValue(CdKeys::artist).compare(artist, Qt::CaseInsensitive) == 0)) {
         found = e;
         break;
       }
