@@ -1,5 +1,6 @@
 #include "CliContext.h"
 
+#include "CdKeys.h"
 #include "Entry.h"
 #include "MyController.h"
 
@@ -28,7 +29,7 @@ Entry* CliContext::findEntry(const QString& reference, QString* message) const {
     if (Entry* e = store.entryWithUID(uid)) return e;
   Entry* found = nullptr;
   for (Entry* e : store.entries()) {
-    if (e->stringValue(QStringLiteral("title")) != reference) continue;
+    if (e->stringValue(CdKeys::title) != reference) continue;
     if (found) {
       *message = QStringLiteral("several entries are titled '%1'; name one by its uid").arg(reference);
       return nullptr;

@@ -1,3 +1,4 @@
+#include "CdKeys.h"
 #include "CliContext.h"
 #include "Commands.h"
 #include "EntryJson.h"
@@ -83,7 +84,7 @@ int discid(const CliContext& context, const QStringList& words) {
   const QStringList durations = toc->trackDurations();
   if (context.options.json) {
     JsonWriter json(stdout);
-    json.variant(QVariantMap{{QStringLiteral("discID"), identifier},
+    json.variant(QVariantMap{{CdKeys::discID, identifier},
                              {QStringLiteral("totalTracks"), qint64(tracks)},
                              {QStringLiteral("totalSeconds"), seconds},
                              {QStringLiteral("offsets"), offsets},
@@ -159,9 +160,9 @@ int websearch(const CliContext& context, const QStringList& words) {
   if (!args) return CliContext::usage(message);
   QVariantMap search;
   if (args->has("--keyword")) search[QStringLiteral("keyword")] = args->value("--keyword");
-  if (args->has("--discid")) search[QStringLiteral("discID")] = args->value("--discid");
-  if (args->has("--artist")) search[QStringLiteral("artist")] = args->value("--artist");
-  if (args->has("--title")) search[QStringLiteral("title")] = args->value("--title");
+  if (args->has("--discid")) search[CdKeys::discID] = args->value("--discid");
+  if (args->has("--artist")) search[CdKeys::artist] = args->value("--artist");
+  if (args->has("--title")) search[CdKeys::title] = args->value("--title");
   if (search.isEmpty() || !args->positional.isEmpty()) {
     return CliContext::usage(QStringLiteral("usage: websearch (--keyword W | --artist A --title T | --discid ID)"));
   }

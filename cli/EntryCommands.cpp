@@ -1,4 +1,5 @@
 #include "AttributeInput.h"
+#include "CdKeys.h"
 #include "CliContext.h"
 #include "CliWindowSystem.h"
 #include "Commands.h"
@@ -52,7 +53,7 @@ void printEntry(const CliContext& context, Entry& entry, const QString& verb) {
     JsonWriter json(stdout);
     writeEntryJson(json, entry, context.controller.managedObjectContext());
   } else {
-    context.windowSystem.inform(QStringLiteral("%1 entry %2: %3").arg(verb).arg(entry.uid()).arg(entry.stringValue("title")));
+    context.windowSystem.inform(QStringLiteral("%1 entry %2: %3").arg(verb).arg(entry.uid()).arg(entry.stringValue(CdKeys::title)));
   }
 }
 
@@ -104,7 +105,7 @@ int edit(const CliContext& context, const QStringList& words) {
   Entry* entry = context.findEntry(words.first(), &message);
   if (!entry) return CliContext::failure(message);
   for (const auto& a : *assignments) entry->setValue(a.key, a.value);
-  entry->setValue(QStringLiteral("dateEdited"), QDateTime::currentDateTimeUtc());
+  entry->setValue(CdKeys::dateEdited, QDateTime::currentDateTimeUtc());
   context.controller.addValuesToAutofillForEntry(*entry);
   if (!context.save()) return 1;
   printEntry(context, *entry, QStringLiteral("Changed"));

@@ -6,6 +6,7 @@
 #include "Store.h"
 #include "StoredRow.h"
 #include "NaturalDate.h"
+#include "ValueKind.h"
 
 #include <QDateTime>
 #include <QTimeZone>
@@ -36,13 +37,13 @@ static void writeStoredRow(JsonWriter& json, const StoredRow& row) {
   for (int i = 0; i < int(attributes.size()); ++i) {
     if (row.isNull(i)) continue;
     json.utf8Key(keys[i]);
-    switch (attributes[i].kind) {
-      case AttributeKind::Integer: json.value(row.integer(i)); break;
-      case AttributeKind::Boolean: json.value(row.integer(i) != 0); break;
-      case AttributeKind::Date:
+    switch (ValueKind::of(attributes[i].kind).storage()) {
+      case ValueKind::Storage::Integer: json.value(row.integer(i)); break;
+      case ValueKind::Storage::Boolean: json.value(row.integer(i) != 0); break;
+      case ValueKind::Storage::Milliseconds:
         json.value(NaturalDate::isoDateString(QDateTime::fromMSecsSinceEpoch(row.integer(i), QTimeZone::utc())));
         break;
-      default: json.utf8Value(row.utf8(i));
+      case ValueKind::Storage::Text: json.utf8Value(row.utf8(i)); break;
     }
   }
   json.endObject();

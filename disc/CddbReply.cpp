@@ -1,5 +1,6 @@
 #include "CddbReply.h"
 
+#include "CdKeys.h"
 #include "TimeText.h"
 
 #include <limits>
@@ -159,21 +160,21 @@ QVariantMap parseRead(const QByteArray& bytes) {
   QStringList durations;
   qint64 total = 0;
   const bool good = readOffsets(scanner, &durations, &total);
-  if (good && total != 0) result[QStringLiteral("duration")] = TimeText::timeStringWithSeconds(total);
+  if (good && total != 0) result[CdKeys::duration] = TimeText::timeStringWithSeconds(total);
 
-  if (const auto discID = valueOfLine(scanner, QStringLiteral("DISCID="))) result[QStringLiteral("discID")] = *discID;
+  if (const auto discID = valueOfLine(scanner, QStringLiteral("DISCID="))) result[CdKeys::discID] = *discID;
   if (const auto title = valueOfLine(scanner, QStringLiteral("DTITLE="))) {
     const qsizetype separator = title->indexOf(slashSeparator);
     if (separator >= 0) {
-      result[QStringLiteral("title")] = trimmed(title->mid(separator + slashSeparator.size()));
-      result[QStringLiteral("artist")] = trimmed(title->left(separator));
+      result[CdKeys::title] = trimmed(title->mid(separator + slashSeparator.size()));
+      result[CdKeys::artist] = trimmed(title->left(separator));
     } else {
-      result[QStringLiteral("title")] = trimmed(*title);
+      result[CdKeys::title] = trimmed(*title);
     }
   }
   if (const auto year = valueOfLine(scanner, QStringLiteral("DYEAR="))) result[QStringLiteral("release")] = trimmed(*year);
   if (const auto genre = valueOfLine(scanner, QStringLiteral("DGENRE=")); genre && !trimmed(*genre).isEmpty()) {
-    result[QStringLiteral("genre")] = trimmed(*genre);
+    result[CdKeys::genre] = trimmed(*genre);
   }
 
   QStringList names, artists;
@@ -191,7 +192,7 @@ QVariantMap parseRead(const QByteArray& bytes) {
   }
   if (!tracks.isEmpty()) result[QStringLiteral("tracks")] = tracks;
 
-  if (const auto summary = valueOfLine(scanner, QStringLiteral("EXTD="))) result[QStringLiteral("summary")] = trimmed(*summary);
+  if (const auto summary = valueOfLine(scanner, QStringLiteral("EXTD="))) result[CdKeys::summary] = trimmed(*summary);
   return result;
 }
 

@@ -1,6 +1,7 @@
 #include "DiscScan.h"
 
 #include "AddPanel.h"
+#include "CdKeys.h"
 #include "CollectionTotals.h"
 #include "Freedb.h"
 #include "MusicPlayer.h"
@@ -119,7 +120,7 @@ void DiscScan::scanDisc() {
     panel.setVisible(true);
     panel.setFromDictionary(single);
     if (services_.settings.boolForKey(SettingsKeys::firstResultAdd)) {
-      const QString title = panel.valueForKey(QStringLiteral("title")).toString();
+      const QString title = panel.valueForKey(CdKeys::title).toString();
       services_.addEntryFromAddPanel();
       panel.setVisible(false);
       ws.displayNotice(title, services_.settings.floatForKey(SettingsKeys::bezelDisplayTime));
@@ -139,10 +140,10 @@ void DiscScan::fillInformationFromCD() {
   }
   const QString discID = site.discID().value_or(QString());
   if (discID.isEmpty()) return;
-  const QString current = panel.valueForKey(QStringLiteral("discID")).toString();
+  const QString current = panel.valueForKey(CdKeys::discID).toString();
   QString value = discID;
   if (!current.isEmpty() && current != discID) value = QStringLiteral("%1, %2").arg(current, discID);
-  panel.setValue(value, QStringLiteral("discID"));
+  panel.setValue(value, CdKeys::discID);
 }
 
 void DiscScan::ejectCD() { freedb().ejectCD(); }
@@ -203,13 +204,13 @@ std::optional<QVariantMap> DiscScan::dictionaryFromPlayerItems(const QVariantLis
     result[tracksKey] = tracks;
     if (const QString total = CollectionTotals::totalDuration(tracks); !total.isNull()) result[QStringLiteral("duration")] = total;
   }
-  result[QStringLiteral("title")] = items.at(0).toString();
-  result[QStringLiteral("genre")] = items.at(1).toString();
-  if (!albumArtist.isNull()) result[QStringLiteral("artist")] = albumArtist;
+  result[CdKeys::title] = items.at(0).toString();
+  result[CdKeys::genre] = items.at(1).toString();
+  if (!albumArtist.isNull()) result[CdKeys::artist] = albumArtist;
   if (const auto date = NaturalDate::myDateWithNaturalLanguageString(items.at(2).toString())) {
-    result[QStringLiteral("releaseDate")] = *date;
+    result[CdKeys::releaseDate] = *date;
   }
-  if (const QString composer = items.at(3).toString(); !composer.isEmpty()) result[QStringLiteral("composer")] = composer;
+  if (const QString composer = items.at(3).toString(); !composer.isEmpty()) result[CdKeys::composer] = composer;
   return result;
 }
 

@@ -1,5 +1,6 @@
 #include "Freedb.h"
 
+#include "CdKeys.h"
 #include "CddbReply.h"
 #include "Http.h"
 #include "Platform.h"
@@ -160,9 +161,9 @@ void Freedb::searchFor(const QVariantMap& search, SearchTarget target) {
   messageTarget_ = std::move(target);
   resultsTitle_.clear();
   queryResults_.clear();
-  const QString keyword = QStringLiteral("keyword"), discIDKey = QStringLiteral("discID");
-  const QString artist = search.value(QStringLiteral("artist")).toString();
-  const QString title = search.value(QStringLiteral("title")).toString();
+  const QString keyword = QStringLiteral("keyword"), discIDKey = CdKeys::discID;
+  const QString artist = search.value(CdKeys::artist).toString();
+  const QString title = search.value(CdKeys::title).toString();
   QString words;
   if (search.contains(keyword)) {
     words = search.value(keyword).toString();
@@ -174,11 +175,11 @@ void Freedb::searchFor(const QVariantMap& search, SearchTarget target) {
   } else if (search.contains(discIDKey)) {
     report(findPossibleDiscIDs(search.value(discIDKey).toString()));
     return;
-  } else if (search.contains(QStringLiteral("artist")) && search.contains(QStringLiteral("title"))) {
+  } else if (search.contains(CdKeys::artist) && search.contains(CdKeys::title)) {
     words = QStringLiteral("%1 %2").arg(artist, title);
-  } else if (search.contains(QStringLiteral("artist"))) {
+  } else if (search.contains(CdKeys::artist)) {
     words = artist;
-  } else if (search.contains(QStringLiteral("title"))) {
+  } else if (search.contains(CdKeys::title)) {
     words = title;
   } else {
     report(0);

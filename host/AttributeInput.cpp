@@ -2,13 +2,15 @@
 
 #include "ManagedObject.h"
 #include "NaturalDate.h"
+#include "ValueKind.h"
 
 #include <optional>
 
 namespace AttributeInput {
 
 std::optional<QVariant> read(AttributeKind kind, const QVariant& input) {
-  if (kind == AttributeKind::Date && input.metaType().id() == QMetaType::QString) {
+  const ValueKind& valueKind = ValueKind::of(kind);
+  if (valueKind.isDate() && input.metaType().id() == QMetaType::QString) {
     const QString text = input.toString().trimmed();
     if (text.isEmpty()) return QVariant();
     auto date = NaturalDate::myDateWithNaturalLanguageString(text);
@@ -16,7 +18,7 @@ std::optional<QVariant> read(AttributeKind kind, const QVariant& input) {
     return QVariant(*date);
   }
   bool ok = false;
-  QVariant value = ManagedObject::coerced(kind, input, &ok);
+  QVariant value = valueKind.coerced(input, &ok);
   if (!ok) return std::nullopt;
   return value;
 }

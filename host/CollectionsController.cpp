@@ -1,5 +1,6 @@
 #include "CollectionsController.h"
 
+#include "CdKeys.h"
 #include "Entry.h"
 #include "Store.h"
 #include "StringTable.h"
@@ -37,9 +38,9 @@ bool CollectionsController::contains(const Collection* c, const Entry& entry) co
   if (!c) return true;
   switch (c->kind()) {
     case Collection::Kind::Borrowed:
-      return entry.value(QStringLiteral("status")).toLongLong() == 1;
+      return entry.value(CdKeys::status).toLongLong() == 1;
     case Collection::Kind::WishList:
-      return entry.value(QStringLiteral("status")).toLongLong() == 2;
+      return entry.value(CdKeys::status).toLongLong() == 2;
     case Collection::Kind::User:
       return c->contains(entry.uid());
   }

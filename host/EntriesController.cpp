@@ -1,9 +1,11 @@
 #include "EntriesController.h"
 
+#include "CdKeys.h"
 #include "CollectionsController.h"
 #include "Entry.h"
 #include "NumberText.h"
 #include "TimeText.h"
+#include "ValueKind.h"
 
 #include <QDateTime>
 #include <QSet>
@@ -22,9 +24,8 @@ struct SortItem {
 };
 
 QString sortText(const Entry& e, const QString& key) {
-  static const QString sortTitle = QStringLiteral("sortTitle"), sortArtist = QStringLiteral("sortArtist");
-  if (key == QLatin1String("title") || key == QLatin1String("artist")) {
-    const QString preferred = e.value(key == QLatin1String("title") ? sortTitle : sortArtist).toString();
+  if (key == CdKeys::title || key == CdKeys::artist) {
+    const QString preferred = e.value(key == CdKeys::title ? CdKeys::sortTitle : CdKeys::sortArtist).toString();
     if (!preferred.isEmpty()) return preferred;
   }
   return e.value(key).toString();
@@ -55,8 +56,9 @@ void EntriesController::rearrangeObjects() {
 void EntriesController::sortAll() {
   const std::vector<Entry*>& source = sortedSource_;
   const int index = source.empty() ? -1 : source.front()->schema().indexOf(sortKey_);
-  const AttributeKind kind = index >= 0 ? source.front()->schema().attributes()[index].kind : AttributeKind::Text;
-  const bool numeric = kind != AttributeKind::Text;
+  const ValueKind::Order order =
+      ValueKind::of(index >= 0 ? source.front()->schema().attributes()[index].kind : AttributeKind::Text).order();
+  const bool numeric = order != ValueKind::Order::Text;
 
   std::vector<SortItem> items;
   items.reserve(source.size());
@@ -66,17 +68,18 @@ void EntriesController::sortAll() {
       item.text = sortText(*e, sortKey_).toCaseFolded();
     } else {
       const QVariant v = e->value(sortKey_);
-      switch (kind) {
-        case AttributeKind::Date:
+      switch (order) {
+        case ValueKind::Order::Milliseconds:
           item.number = v.isValid() ? double(v.toDateTime().toMSecsSinceEpoch()) : -1e300;
           break;
-        case AttributeKind::TimeText:
+        case ValueKind::Order::Seconds:
           item.number = double(TimeText::secondsAsTimeString(v.toString()));
           break;
-        case AttributeKind::NumberText:
+        case ValueKind::Order::Decimal:
           item.number = NumberText::myFloatValue(v.toString());
           break;
-        default:
+        case ValueKind::Order::Number:
+        case ValueKind::Order::Text:
           item.number = v.toDouble();
       }
     }

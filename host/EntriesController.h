@@ -1,5 +1,7 @@
 #pragma once
 
+#include "CdKeys.h"
+
 #include <QString>
 #include <functional>
 #include <vector>
@@ -38,7 +40,7 @@ class EntriesController {
 
   CollectionsController& collections_;
   Predicate predicate_, filter_;
-  QString sortKey_ = QStringLiteral("title");
+  QString sortKey_ = CdKeys::title;
   bool ascending_ = true;
   std::vector<Entry*> arranged_, selected_;
   // The selected collection sorted, and what it was sorted from.

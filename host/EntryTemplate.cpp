@@ -1,5 +1,6 @@
 #include "EntryTemplate.h"
 
+#include "CdKeys.h"
 #include "Entry.h"
 #include "Rating.h"
 #include "HtmlText.h"
@@ -159,14 +160,14 @@ bool EntryTemplate::render(QString& text, const Entry& entry, const Options& opt
 
 QString EntryTemplate::displayText(const Entry& entry, const QString& key, const Options& options) {
   if (key == coverImageKey) return options.coverImageAddress;
-  if (key == ratingStarsKey) return Rating::stars(entry.value(QStringLiteral("myRating")).toLongLong());
+  if (key == ratingStarsKey) return Rating::stars(entry.value(CdKeys::myRating).toLongLong());
   if (!isKey(key)) return {};
   const QVariant v = entry.value(key);
   switch (v.metaType().id()) {
     case QMetaType::QDateTime: {
       const QDateTime date = v.toDateTime();
       if (!date.isValid()) return {};
-      const bool release = key == QLatin1String("releaseDate") || key == QLatin1String("originalReleaseDate");
+      const bool release = key == CdKeys::releaseDate || key == CdKeys::originalReleaseDate;
       const QString format = !release                             ? dateFormat
                              : options.releaseDateFormat.isEmpty() ? QStringLiteral("yyyy")
                                                                    : options.releaseDateFormat;

@@ -5,7 +5,10 @@
 #include "ModelKeys.h"
 #include "SqliteDatabase.h"
 #include "SqliteStatement.h"
+#include "SqlValue.h"
+#include "SqliteTransaction.h"
 #include "StoreSchema.h"
+#include "ValueKind.h"
 
 #include <QDateTime>
 #include <QTimeZone>
@@ -26,14 +29,7 @@ void copyRow(const SqliteStatement& q, ManagedObject& object, int firstColumn) {
     const int index = object.schema().indexOf(name);
     if (index < 0 || q.isNull(c)) continue;
     const AttributeKind kind = object.schema().attributes()[index].kind;
-    if (kind == AttributeKind::Date)
-      object.loadValueAt(index, version4Date(q.real(c)));
-    else if (kind == AttributeKind::Integer)
-      object.loadValueAt(index, q.int64(c));
-    else if (kind == AttributeKind::Boolean)
-      object.loadValueAt(index, q.int64(c) != 0);
-    else
-      object.loadValueAt(index, q.text(c));
+    object.loadValueAt(index, ValueKind::of(kind).isDate() ? QVariant(version4Date(q.real(c))) : SqlValue::read(q, c, kind));
   }
 }
 }  // namespace

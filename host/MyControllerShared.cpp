@@ -1,6 +1,7 @@
 #include "MyControllerShared.h"
 
 #include "AttributeInput.h"
+#include "CdKeys.h"
 #include "Entry.h"
 #include "EntryPageFiller.h"
 #include "HostKeys.h"
@@ -13,6 +14,7 @@
 #include "TemplateFile.h"
 #include "NaturalDate.h"
 #include "TotalsProvider.h"
+#include "ValueKind.h"
 #include "WindowSystem.h"
 
 #include <QBuffer>
@@ -149,7 +151,7 @@ void MyControllerShared::selectEntry(Entry* entry) {
 
 QString MyControllerShared::labelForSearchType(const QVariant&) const { return localized(QStringLiteral("Search")); }
 
-QString MyControllerShared::searchIdentifierForSearchType(int) const { return QStringLiteral("title"); }
+QString MyControllerShared::searchIdentifierForSearchType(int) const { return CdKeys::title; }
 
 void MyControllerShared::addValuesToAutofillForEntry(Entry&) {}
 
@@ -165,12 +167,12 @@ void MyControllerShared::addEntryToAutofill(Entry& entry) {
 
 Entry* MyControllerShared::addEntryFromAddPanelCheckForDuplicates(bool checkForDuplicates) {
   const QVariantMap values = addPanel_.values();
-  const QString title = values.value(QStringLiteral("title")).toString();
-  const QString artist = values.value(QStringLiteral("artist")).toString();
+  const QString title = values.value(CdKeys::title).toString();
+  const QString artist = values.value(CdKeys::artist).toString();
   if (checkForDuplicates && !title.isEmpty()) {
     for (Entry* e : store_.entries()) {
-      if (e->stringValue(QStringLiteral("title")).compare(title, Qt::CaseInsensitive) != 0 ||
-          e->stringValue(QStringLiteral("artist")).compare(artist, Qt::CaseInsensitive) != 0)
+      if (e->stringValue(CdKeys::title).compare(title, Qt::CaseInsensitive) != 0 ||
+          e->stringValue(CdKeys::artist).compare(artist, Qt::CaseInsensitive) != 0)
         continue;
       const int answer = windowSystem_.runAlert(
           localized(QStringLiteral("Duplicate Entry")),
@@ -201,12 +203,12 @@ Entry* MyControllerShared::addEntryFromAddPanelCheckForDuplicates(bool checkForD
   if (!tracks.isEmpty()) {
     entry->setPrimitiveValue(QStringLiteral("numberOfTracks"), QString::number(tracks.size()));
     const QString total = addPanel_.trackData().calculateTotalDuration();
-    if (!values.contains(QStringLiteral("duration")) && !total.isEmpty())
-      entry->setPrimitiveValue(QStringLiteral("duration"), total);
+    if (!values.contains(CdKeys::duration) && !total.isEmpty())
+      entry->setPrimitiveValue(CdKeys::duration, total);
   }
   const QDateTime now = QDateTime::currentDateTimeUtc();
-  if (!values.contains(QStringLiteral("dateAdded"))) entry->setPrimitiveValue(QStringLiteral("dateAdded"), now);
-  entry->setPrimitiveValue(QStringLiteral("dateEdited"), now);
+  if (!values.contains(CdKeys::dateAdded)) entry->setPrimitiveValue(CdKeys::dateAdded, now);
+  entry->setPrimitiveValue(CdKeys::dateEdited, now);
   if (Collection* c = collections_.selectedCollection(); c && c->isUser()) addEntry(entry, c);
   addEntryToAutofill(*entry);
   entriesController_.rearrangeObjects();
@@ -230,8 +232,7 @@ void MyControllerShared::search(const QString& text, int searchType) {
     predicate = [contains](const Entry& e) {
       bool found = false;
       e.forEachValue([&](int index, const QVariant& v) {
-        const AttributeKind kind = e.schema().attributes()[index].kind;
-        if (!found && kind == AttributeKind::Text) found = contains(v);
+        if (!found && ValueKind::of(e.schema().attributes()[index].kind).isPlainText()) found = contains(v);
       });
       return found;
     };

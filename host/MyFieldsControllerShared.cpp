@@ -35,7 +35,7 @@ QVariantList MyFieldsControllerShared::editFields() const {
 }
 
 QString MyFieldsControllerShared::localizedColumnName(const QString& identifier) const {
-  return strings_.localizedString(identifier, {}, StringTable::fieldsTable);
+  return strings_.localizedString(identifier, englishColumnName(identifier), StringTable::fieldsTable);
 }
 
 bool MyFieldsControllerShared::localizedIdentifierCompare(const QVariant& a, const QVariant& b) const {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "CdKeys.h"
+
 #include <QString>
 #include <QVariantList>
 #include <QVariantMap>
@@ -35,14 +37,18 @@ class MyFieldsControllerShared {
   virtual float widthForColumn(const QString& identifier);
   virtual QVariantList filterMenuItems() const { return {}; }
   // The entry list's columns in the user's order; printing the current view prints them.
-  virtual QStringList listColumnIdentifiers() const { return {QStringLiteral("title")}; }
+  virtual QStringList listColumnIdentifiers() const { return {CdKeys::title}; }
   // A value as a list cell or a printout shows it: dates as a readable day, true as a check mark.
   virtual QString displayStringForValue(const QString& identifier, const QVariant& value) const;
 
   // allFields with the user's switches applied: a field the user switched on loses "isOff",
   // one switched off gains it.
   QVariantList editFields() const;
+  // The field's title in the user's language: the Fields string table's translation, else the
+  // English title, else the identifier itself.
   QString localizedColumnName(const QString& identifier) const;
+  // The title the catalogue gives a field before translation; empty for none.
+  virtual QString englishColumnName(const QString&) const { return {}; }
   // Orders two field definitions by shown name.
   bool localizedIdentifierCompare(const QVariant& a, const QVariant& b) const;
   std::optional<QString> customFieldWithTitle(const QString& title) const;

@@ -1,5 +1,6 @@
 #include "PrintController.h"
 
+#include "CdKeys.h"
 #include "CoverSheetPrinter.h"
 #include "Entry.h"
 #include "MyControllerShared.h"
@@ -7,6 +8,7 @@
 #include "PrintPageFrame.h"
 #include "Settings.h"
 #include "StatusImage.h"
+#include "ValueKind.h"
 #include "WindowSystem.h"
 
 #include <QDate>
@@ -59,9 +61,9 @@ std::vector<CollectionPrinter::Column> PrintController::columnsOfLayout(int inde
   auto add = [&](const QString& identifier, double width) {
     if (!schema.has(identifier) || !isSize(width)) return;
     const int at = schema.indexOf(identifier);
-    const AttributeKind kind = at < 0 ? AttributeKind::Text : schema.attributes()[size_t(at)].kind;
+    const ValueKind& kind = ValueKind::of(at < 0 ? AttributeKind::Text : schema.attributes()[size_t(at)].kind);
     columns.push_back({identifier, fields ? fields->localizedColumnName(identifier) : identifier, width,
-                       kind == AttributeKind::NumberText || kind == AttributeKind::TimeText,
+                       kind.isNumberText(),
                        identifier == StatusImage::key});
   };
   const QVariantMap layout = layouts_.value(index).toMap();
@@ -72,7 +74,7 @@ std::vector<CollectionPrinter::Column> PrintController::columnsOfLayout(int inde
     for (const QString& identifier : fields->listColumnIdentifiers())
       add(identifier, fields->widthForColumn(identifier));
   }
-  if (columns.empty()) add(QStringLiteral("title"), 1);
+  if (columns.empty()) add(CdKeys::title, 1);
   double total = 0;
   for (const auto& c : columns) total += c.fraction;
   for (auto& c : columns) c.fraction /= total;
@@ -164,8 +166,8 @@ int PrintController::render(QPagedPaintDevice& device, const PrintRequest& reque
     std::vector<CoverSheetPrinter::Cover> covers;
     covers.reserve(entries.size());
     for (Entry* e : entries)
-      covers.push_back({store.coverPathOf(e->uid()), e->stringValue(QStringLiteral("title")),
-                        e->stringValue(QStringLiteral("artist"))});
+      covers.push_back({store.coverPathOf(e->uid()), e->stringValue(CdKeys::title),
+                        e->stringValue(CdKeys::artist)});
     pages = CoverSheetPrinter(frame, coverSize(), localized(QStringLiteral("No Cover"))).print(covers, pageDone);
   } else {
     MyFieldsControllerShared* fields = controller_.fieldsController();

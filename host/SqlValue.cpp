@@ -1,6 +1,7 @@
 #include "SqlValue.h"
 
 #include "SqliteStatement.h"
+#include "ValueKind.h"
 
 #include <QDateTime>
 #include <QTimeZone>
@@ -12,33 +13,34 @@ void bind(SqliteStatement& s, int i, AttributeKind kind, const QVariant* v) {
     s.bindNull(i);
     return;
   }
-  switch (kind) {
-    case AttributeKind::Date:
+  switch (ValueKind::of(kind).storage()) {
+    case ValueKind::Storage::Milliseconds:
       s.bind(i, qint64(v->toDateTime().toMSecsSinceEpoch()));
       break;
-    case AttributeKind::Integer:
+    case ValueKind::Storage::Integer:
       s.bind(i, qint64(v->toLongLong()));
       break;
-    case AttributeKind::Boolean:
+    case ValueKind::Storage::Boolean:
       s.bind(i, qint64(v->toBool() ? 1 : 0));
       break;
-    default:
+    case ValueKind::Storage::Text:
       s.bind(i, v->toString());
   }
 }
 
 QVariant read(const SqliteStatement& s, int col, AttributeKind kind) {
   if (s.isNull(col)) return {};
-  switch (kind) {
-    case AttributeKind::Date:
+  switch (ValueKind::of(kind).storage()) {
+    case ValueKind::Storage::Milliseconds:
       return QDateTime::fromMSecsSinceEpoch(s.int64(col), QTimeZone::utc());
-    case AttributeKind::Integer:
+    case ValueKind::Storage::Integer:
       return s.int64(col);
-    case AttributeKind::Boolean:
+    case ValueKind::Storage::Boolean:
       return s.int64(col) != 0;
-    default:
-      return s.text(col);
+    case ValueKind::Storage::Text:
+      break;
   }
+  return s.text(col);
 }
 
 }  // namespace SqlValue

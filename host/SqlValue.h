@@ -6,8 +6,8 @@
 
 class SqliteStatement;
 
-// How an attribute value of each kind is kept in a column: dates as milliseconds since 1970 UTC,
-// booleans as 0/1, texts as text.
+// Binds and reads attribute values in the store's columns the way their kind's storage says:
+// dates as milliseconds since 1970 UTC, booleans as 0/1, texts as text.
 namespace SqlValue {
 void bind(SqliteStatement& statement, int index, AttributeKind kind, const QVariant* value);
 QVariant read(const SqliteStatement& statement, int column, AttributeKind kind);

@@ -1,21 +1,11 @@
 #include "StoreSchema.h"
 
 #include "EntitySchema.h"
+#include "ValueKind.h"
 
 namespace StoreSchema {
 
 QString quoted(const QString& identifier) { return QLatin1Char('"') + identifier + QLatin1Char('"'); }
-
-static QString sqlType(AttributeKind kind) {
-  switch (kind) {
-    case AttributeKind::Date:
-    case AttributeKind::Integer:
-    case AttributeKind::Boolean:
-      return QStringLiteral("INTEGER");
-    default:
-      return QStringLiteral("TEXT");
-  }
-}
 
 QString columnList(const EntitySchema& schema) {
   QStringList columns;
@@ -25,7 +15,7 @@ QString columnList(const EntitySchema& schema) {
 
 QString columnDefinition(const EntitySchema& schema, const QString& key) {
   const int index = schema.indexOf(key);
-  return index < 0 ? QString() : quoted(key) + QLatin1Char(' ') + sqlType(schema.attributes()[size_t(index)].kind);
+  return index < 0 ? QString() : quoted(key) + QLatin1Char(' ') + ValueKind::of(schema.attributes()[size_t(index)].kind).sqlType();
 }
 
 static QString columnDefinitions(const EntitySchema& schema) {

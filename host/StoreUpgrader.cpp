@@ -1,5 +1,6 @@
 #include "StoreUpgrader.h"
 
+#include "CdKeys.h"
 #include "EntitySchema.h"
 #include "MigrationManager.h"
 #include "SqliteDatabase.h"
@@ -13,14 +14,14 @@
 StoreUpgrader::StoreUpgrader(SqliteDatabase& db, QString path, std::shared_ptr<EntityMigrationPolicy> policy)
     : db_(db), path_(std::move(path)), policy_(std::move(policy)) {}
 
-// A new attribute is one line in EntitySchema and one step here that names its key.
+// A new field is one row in MusicFields (after the last stored one) and one step here naming its key.
 std::vector<StoreUpgrader::Step> StoreUpgrader::steps() {
   return {
       {StoreSchema::version4, [this](QString* error) { return MigrationManager(db_, policy_).migrate(error); }},
       {StoreSchema::version5,
        [this](QString* error) {
          return addColumns(QStringLiteral("entries"), EntitySchema::cd(),
-                           {QStringLiteral("releaseID"), QStringLiteral("musicBrainzDiscID"), QStringLiteral("barcodeSource")},
+                           {CdKeys::releaseID, CdKeys::musicBrainzDiscID, CdKeys::barcodeSource},
                            error);
        }},
   };

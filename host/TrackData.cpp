@@ -1,5 +1,6 @@
 #include "TrackData.h"
 
+#include "CdKeys.h"
 #include "Platform.h"
 #include "NumberText.h"
 #include "TimeText.h"
@@ -43,7 +44,7 @@ int TrackData::libraryTrackCount() const {
 
 bool TrackData::isTrackInItunes(const QVariantMap& track, const QVariantMap& mainEntry) const {
   const QPair<QString, QString> key{track.value(QStringLiteral("name")).toString().toCaseFolded(),
-                                    mainEntry.value(QStringLiteral("title")).toString().toCaseFolded()};
+                                    mainEntry.value(CdKeys::title).toString().toCaseFolded()};
   std::lock_guard lock(libraryMutex_);
   return nameAndAlbum_.contains(key);
 }

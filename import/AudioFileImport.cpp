@@ -1,5 +1,6 @@
 #include "AudioFileImport.h"
 
+#include "CdKeys.h"
 #include "Entry.h"
 #include "ImportRun.h"
 #include "Link.h"
@@ -101,10 +102,10 @@ Entry* AudioFileImport::importTags(const ImportServices& c, ImportSession* sessi
                                    const QVariantMap& metadata, bool select) {
   bool existed = false;
   Entry* entry = LibraryTrackMapping::entryForTrack(c, session, metadata, &existed);
-  c.windowSystem.setProgressSubtitle(entry->stringValue(QStringLiteral("title")));
-  entry->setValue(QStringLiteral("format"), QStringLiteral("Digital"));
+  c.windowSystem.setProgressSubtitle(entry->stringValue(CdKeys::title));
+  entry->setValue(CdKeys::format, QStringLiteral("Digital"));
   const QString baseName = QFileInfo(path).completeBaseName();
-  if (entry->value(QStringLiteral("title")).isNull()) entry->setValue(QStringLiteral("title"), baseName);
+  if (entry->value(CdKeys::title).isNull()) entry->setValue(CdKeys::title, baseName);
   std::unique_ptr<Link> link = Store::newLink();
   link->setValue(QStringLiteral("name"), baseName);
   link->setValue(QStringLiteral("type"), QStringLiteral("Audio"));

@@ -1,5 +1,6 @@
 #include "DiscogsImporter.h"
 
+#include "CdKeys.h"
 #include "Entry.h"
 #include "ImportRun.h"
 #include "Store.h"
@@ -92,14 +93,14 @@ void readRelease(QXmlStreamReader& xml, Entry& entry) {
   while (xml.readNextStartElement()) {
     const auto name = xml.name();
     if (name == QLatin1String("title")) {
-      entry.setPrimitiveValue(QStringLiteral("title"), xml.readElementText(QXmlStreamReader::SkipChildElements));
+      entry.setPrimitiveValue(CdKeys::title, xml.readElementText(QXmlStreamReader::SkipChildElements));
     } else if (name == QLatin1String("artists")) {
-      entry.setPrimitiveValue(QStringLiteral("artist"), artistNames(xml));
+      entry.setPrimitiveValue(CdKeys::artist, artistNames(xml));
     } else if (name == QLatin1String("labels")) {
       while (xml.readNextStartElement()) {
         if (xml.name() == QLatin1String("label") && entry.stringValue(QStringLiteral("label")).isEmpty()) {
-          entry.setPrimitiveValue(QStringLiteral("label"), attribute(xml, "name"));
-          entry.setPrimitiveValue(QStringLiteral("catalogNumber"), attribute(xml, "catno"));
+          entry.setPrimitiveValue(CdKeys::label, attribute(xml, "name"));
+          entry.setPrimitiveValue(CdKeys::catalogNumber, attribute(xml, "catno"));
         }
         xml.skipCurrentElement();
       }
@@ -115,14 +116,14 @@ void readRelease(QXmlStreamReader& xml, Entry& entry) {
       while (xml.readNextStartElement()) genres << xml.readElementText(QXmlStreamReader::SkipChildElements);
     } else if (name == QLatin1String("released")) {
       const QDateTime date = releaseDate(xml.readElementText(QXmlStreamReader::SkipChildElements));
-      if (date.isValid()) entry.setPrimitiveValue(QStringLiteral("releaseDate"), date);
+      if (date.isValid()) entry.setPrimitiveValue(CdKeys::releaseDate, date);
     } else if (name == QLatin1String("notes")) {
-      entry.setPrimitiveValue(QStringLiteral("comments"),
+      entry.setPrimitiveValue(CdKeys::comments,
                               xml.readElementText(QXmlStreamReader::SkipChildElements).replace(u'\r', QString()).trimmed());
     } else if (name == QLatin1String("identifiers")) {
       while (xml.readNextStartElement()) {
-        if (attribute(xml, "type") == QLatin1String("Barcode") && entry.stringValue(QStringLiteral("upc")).isEmpty())
-          entry.setPrimitiveValue(QStringLiteral("upc"), attribute(xml, "value").remove(u' '));
+        if (attribute(xml, "type") == QLatin1String("Barcode") && entry.stringValue(CdKeys::upc).isEmpty())
+          entry.setPrimitiveValue(CdKeys::upc, attribute(xml, "value").remove(u' '));
         xml.skipCurrentElement();
       }
     } else if (name == QLatin1String("tracklist")) {
@@ -133,10 +134,10 @@ void readRelease(QXmlStreamReader& xml, Entry& entry) {
   }
   genres.removeAll(QString());
   genres.removeDuplicates();
-  if (!genres.isEmpty()) entry.setPrimitiveValue(QStringLiteral("genre"), genres.join(QStringLiteral(", ")));
+  if (!genres.isEmpty()) entry.setPrimitiveValue(CdKeys::genre, genres.join(QStringLiteral(", ")));
   formats.removeAll(QString());
-  if (!formats.isEmpty()) entry.setPrimitiveValue(QStringLiteral("format"), formats.join(QStringLiteral(", ")));
-  if (discs > 0) entry.setPrimitiveValue(QStringLiteral("discs"), QString::number(discs));
+  if (!formats.isEmpty()) entry.setPrimitiveValue(CdKeys::format, formats.join(QStringLiteral(", ")));
+  if (discs > 0) entry.setPrimitiveValue(CdKeys::discs, QString::number(discs));
 }
 
 }  // namespace
@@ -164,7 +165,7 @@ bool DiscogsImporter::import(ImportRun& run, const QString& text, QString* error
         break;
       }
       run.added(entry);
-      ws.setProgressSubtitle(entry->stringValue(QStringLiteral("title")));
+      ws.setProgressSubtitle(entry->stringValue(CdKeys::title));
       ws.increaseProgress();
     } else if (depth == 0 && xml.name() == QLatin1String("releases")) {
       ++depth;

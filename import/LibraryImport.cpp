@@ -1,5 +1,6 @@
 #include "LibraryImport.h"
 
+#include "CdKeys.h"
 #include "Entry.h"
 #include "LibraryTrackMapping.h"
 #include "ImportServices.h"
@@ -21,7 +22,7 @@ std::vector<Entry*> LibraryImport::importTracks(const ImportServices& c, ImportS
       continue;
     bool existed = false;
     Entry* entry = LibraryTrackMapping::entryForTrack(c, session, track, &existed);
-    ws.setProgressSubtitle(entry->stringValue(QStringLiteral("title")));
+    ws.setProgressSubtitle(entry->stringValue(CdKeys::title));
     if (!existed) entries.push_back(entry);
     ws.increaseProgress();
     if (batch.add(!existed) && !c.save()) break;

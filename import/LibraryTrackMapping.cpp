@@ -1,5 +1,6 @@
 #include "LibraryTrackMapping.h"
 
+#include "CdKeys.h"
 #include "Entry.h"
 #include "MyAudioMetadata.h"
 #include "ImportServices.h"
@@ -76,7 +77,7 @@ void setTrackCount(Entry& entry) {
 }
 
 void addToExisting(Entry& entry, const Derived& d, const QVariantMap& t) {
-  const QVariant entryArtist = entry.value(QStringLiteral("artist"));
+  const QVariant entryArtist = entry.value(CdKeys::artist);
   bool ownArtist = false, ownComposer = false;
   if (entryArtist.isNull() || d.artist != entryArtist.toString()) {
     ownArtist = true;
@@ -86,15 +87,15 @@ void addToExisting(Entry& entry, const Derived& d, const QVariantMap& t) {
         if (track->value(QStringLiteral("artist")).isNull()) track->setValue(QStringLiteral("artist"), entryArtist);
       const QVariant given = t.value(QStringLiteral("Album Artist"));
       if (given.isNull() || entryArtist.isNull() || given.toString() != e)
-        entry.setValue(QStringLiteral("artist"), kVariousArtists);
+        entry.setValue(CdKeys::artist, kVariousArtists);
     }
   }
-  const QVariant entryComposer = entry.value(QStringLiteral("composer"));
+  const QVariant entryComposer = entry.value(CdKeys::composer);
   if (!d.composer.isNull() && !entryComposer.isNull() && d.composer.toString() != entryComposer.toString()) {
     ownComposer = true;
     if (entry.tracksSet().size() == 1) {
       entry.tracksSet().front()->setValue(QStringLiteral("composer"), entryComposer);
-      entry.setValue(QStringLiteral("composer"), kVariousComposers);
+      entry.setValue(CdKeys::composer, kVariousComposers);
     }
   }
   if (d.name) {
@@ -110,17 +111,17 @@ void addToExisting(Entry& entry, const Derived& d, const QVariantMap& t) {
     entry.addTrack(std::move(track));
     setTrackCount(entry);
   }
-  const qint64 before = TimeText::secondsAsTimeString(entry.stringValue(QStringLiteral("duration")));
-  entry.setValue(QStringLiteral("duration"), TimeText::timeStringWithSeconds(before + d.seconds));
+  const qint64 before = TimeText::secondsAsTimeString(entry.stringValue(CdKeys::duration));
+  entry.setValue(CdKeys::duration, TimeText::timeStringWithSeconds(before + d.seconds));
 }
 
 Entry* newEntry(const ImportServices& c, ImportSession* session, const Derived& d, const QVariantMap& t, const QString& unknown) {
   Entry* entry = c.store.insertEntry();
   const QDateTime now = QDateTime::currentDateTimeUtc();
-  entry->setValue(QStringLiteral("dateEdited"), now);
-  entry->setValue(QStringLiteral("dateAdded"), now);
-  entry->setValue(QStringLiteral("title"), d.album);
-  if (!d.artist.isEmpty()) entry->setValue(QStringLiteral("artist"), d.artist);
+  entry->setValue(CdKeys::dateEdited, now);
+  entry->setValue(CdKeys::dateAdded, now);
+  entry->setValue(CdKeys::title, d.album);
+  if (!d.artist.isEmpty()) entry->setValue(CdKeys::artist, d.artist);
   if (d.name) {
     const qint64 t0 = integerOf(t.value(QStringLiteral("Track Number")));
     qint64 p = 0;
@@ -131,16 +132,16 @@ Entry* newEntry(const ImportServices& c, ImportSession* session, const Derived& 
     std::unique_ptr<Track> track = newTrack(d, p);
     const bool differs = d.albumArtist && *d.albumArtist != d.artist;
     if (!d.artist.isEmpty() && (d.albumArtist == unknown || d.albumArtist == kVariousArtists || differs)) {
-      if (differs) entry->setValue(QStringLiteral("artist"), kVariousArtists);
+      if (differs) entry->setValue(CdKeys::artist, kVariousArtists);
       track->setValue(QStringLiteral("artist"), d.artist);
     }
-    entry->setValue(QStringLiteral("duration"), d.timeText);
+    entry->setValue(CdKeys::duration, d.timeText);
     entry->addTrack(std::move(track));
     setTrackCount(*entry);
   }
-  entry->setValue(QStringLiteral("itunes"), 1);
+  entry->setValue(CdKeys::itunes, 1);
   const QVariant added = t.value(QStringLiteral("Date Added"));
-  if (added.typeId() == QMetaType::QDateTime && added.toDateTime().isValid()) entry->setValue(QStringLiteral("dateAdded"), added);
+  if (added.typeId() == QMetaType::QDateTime && added.toDateTime().isValid()) entry->setValue(CdKeys::dateAdded, added);
   if (session) session->albumsAdded.insert(d.key, entry->uid());
   return entry;
 }
@@ -189,14 +190,14 @@ void fillWhenEmpty(Entry& entry, const QVariantMap& t) {
 
 void setReleaseDate(Entry& entry, const QVariantMap& t) {
   const QVariant year = t.value(QStringLiteral("Year"));
-  if (year.isNull() || !entry.value(QStringLiteral("releaseDate")).isNull()) return;
+  if (year.isNull() || !entry.value(CdKeys::releaseDate).isNull()) return;
   static const QDateTime sentinel = NaturalDate::myDateWithNaturalLanguageString(QStringLiteral("01/01/1001"))
                                         .value_or(QDateTime(QDate(1001, 1, 1), QTime(12, 0), Qt::UTC));
   const QString y = year.typeId() == QMetaType::QString ? year.toString() : QString::number(year.toLongLong());
   const auto parsed = NaturalDate::myDateWithNaturalLanguageString(y);
   if (!parsed) return;
   const QDateTime d = parsed->addSecs(-172800);
-  if (d > sentinel && d.date().year() > 0) entry.setValue(QStringLiteral("releaseDate"), d);
+  if (d > sentinel && d.date().year() > 0) entry.setValue(CdKeys::releaseDate, d);
 }
 
 std::optional<QString> customFieldKey(const MyFieldsControllerShared& fields, ImportSession* session, const QString& title) {
@@ -228,7 +229,7 @@ void poolRating(ImportSession* session, Entry& entry, const Derived& d, const QV
   if (session) session->ratings.insert(d.key, ratings);
   qint64 sum = 0;
   for (const QVariant& v : std::as_const(ratings)) sum += v.toLongLong();
-  entry.setValue(QStringLiteral("myRating"), sum / ratings.size());
+  entry.setValue(CdKeys::myRating, sum / ratings.size());
 }
 
 }  // namespace
@@ -270,13 +271,13 @@ Entry* LibraryTrackMapping::entryForTrack(const ImportServices& c, ImportSession
   }
   settleCover(c, session, *entry, t);
   // The entry's "disc" is not kept by this catalogue and reads as zero.
-  if (d.discNumber > 0) entry->setValue(QStringLiteral("discs"), QString::number(d.discNumber));
+  if (d.discNumber > 0) entry->setValue(CdKeys::discs, QString::number(d.discNumber));
   if (t.contains(QStringLiteral("summary"))) entry->setValue(QStringLiteral("summary"), t.value(QStringLiteral("summary")));
   fillWhenEmpty(*entry, t);
-  if (d.albumArtist) entry->setValue(QStringLiteral("artist"), *d.albumArtist);
+  if (d.albumArtist) entry->setValue(CdKeys::artist, *d.albumArtist);
   setReleaseDate(*entry, t);
-  if (!d.composer.isNull() && entry->value(QStringLiteral("composer")).isNull())
-    entry->setValue(QStringLiteral("composer"), d.composer);
+  if (!d.composer.isNull() && entry->value(CdKeys::composer).isNull())
+    entry->setValue(CdKeys::composer, d.composer);
   setCustomFields(c, session, *entry, t);
   poolRating(session, *entry, d, t);
   return entry;

@@ -6,6 +6,7 @@
 #include "MyUpdate.h"
 #include "Store.h"
 #include "NaturalDate.h"
+#include "ValueKind.h"
 #include "WindowSystem.h"
 
 #include <QDateTime>
@@ -72,7 +73,7 @@ bool TabCommaImporter::import(ImportRun& run, const QString& text, QString* erro
         continue;
       }
       QVariant v = value;
-      if (schema.attributes()[size_t(schema.indexOf(key))].kind == AttributeKind::Date) {
+      if (ValueKind::of(schema.attributes()[size_t(schema.indexOf(key))].kind).isDate()) {
         QDateTime date = QDateTime::fromString(value.trimmed(), Qt::ISODate);
         if (date.isValid()) v = date.toUTC();
         else if (auto d = NaturalDate::myDateWithNaturalLanguageString(value)) v = *d;

@@ -9,3 +9,4 @@ enum class AttributeKind {
   Integer,     // qint64
   Boolean,     // bool
 };
+// ValueKind says what each kind does; its table follows this order.

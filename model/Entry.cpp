@@ -1,5 +1,6 @@
 #include "Entry.h"
 
+#include "CdKeys.h"
 #include "ModelKeys.h"
 #include "ObjectContext.h"
 
@@ -108,7 +109,7 @@ void Entry::relationshipDidChange(const QString& key, bool notify) {
 
 QVariant Entry::derivedValue(const QString& key) const {
   if (key == ModelKeys::uid) return uid_;
-  if (key == QLatin1String("rated")) return value(QStringLiteral("myRating")).toLongLong() > 0;
+  if (key == CdKeys::rated) return value(CdKeys::myRating).toLongLong() > 0;
   return context_ ? context_->derivedValue(*this, key) : QVariant();
 }
 

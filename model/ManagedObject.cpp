@@ -1,7 +1,7 @@
 #include "ManagedObject.h"
 
-#include <QDateTime>
-#include <QTimeZone>
+#include "ValueKind.h"
+
 #include <algorithm>
 #include <cstdio>
 
@@ -43,59 +43,9 @@ bool ManagedObject::write(const QString& key, const QVariant& value, bool notify
   const int index = schema_->indexOf(key);
   if (index < 0) return false;
   bool ok = true;
-  QVariant held = coerced(schema_->attributes()[index].kind, value, &ok);
+  QVariant held = ValueKind::of(schema_->attributes()[index].kind).coerced(value, &ok);
   if (!ok) return false;
   loadValueAt(index, std::move(held));
   didChange(key, notify);
   return true;
-}
-
-QVariant ManagedObject::coerced(AttributeKind kind, const QVariant& value, bool* ok) {
-  *ok = true;
-  if (!value.isValid() || value.isNull()) return {};
-  switch (kind) {
-    case AttributeKind::Text:
-    case AttributeKind::NumberText:
-    case AttributeKind::TimeText:
-      if (value.metaType().id() == QMetaType::QDateTime) return value.toDateTime().toUTC().toString(Qt::ISODate);
-      if (!value.canConvert<QString>()) break;
-      return value.toString();
-    case AttributeKind::Date: {
-      if (value.metaType().id() == QMetaType::QDateTime) {
-        const QDateTime d = value.toDateTime();
-        if (!d.isValid()) break;
-        return d.toUTC();
-      }
-      if (value.metaType().id() == QMetaType::QString && value.toString().isEmpty()) return {};
-      if (value.metaType().id() == QMetaType::QString) {
-        QDateTime d = QDateTime::fromString(value.toString(), Qt::ISODateWithMs);
-        if (!d.isValid()) break;
-        if (d.timeSpec() == Qt::LocalTime) d.setTimeZone(QTimeZone::utc());
-        return d.toUTC();
-      }
-      break;
-    }
-    case AttributeKind::Integer: {
-      bool converted = false;
-      const qint64 n = value.metaType().id() == QMetaType::QString ? value.toString().trimmed().toLongLong(&converted)
-                                                                 : value.toLongLong(&converted);
-      if (!converted) break;
-      return n;
-    }
-    case AttributeKind::Boolean: {
-      if (value.metaType().id() == QMetaType::Bool) return value.toBool();
-      if (value.metaType().id() == QMetaType::QString) {
-        const QString s = value.toString().trimmed().toLower();
-        if (s == "1" || s == "yes" || s == "true" || s == "on") return true;
-        if (s == "0" || s == "no" || s == "false" || s == "off" || s.isEmpty()) return false;
-        break;
-      }
-      bool converted = false;
-      const qint64 n = value.toLongLong(&converted);
-      if (!converted) break;
-      return n != 0;
-    }
-  }
-  *ok = false;
-  return {};
 }

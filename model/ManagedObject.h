@@ -43,9 +43,6 @@ class ManagedObject {
   // The newest stamp of any object: unchanged means no object was made or changed since.
   static quint64 latestStamp() { return stampCounter().load(std::memory_order_relaxed); }
 
-  // The value as the attribute's kind holds it, or an invalid QVariant when it cannot be held.
-  static QVariant coerced(AttributeKind kind, const QVariant& value, bool* ok);
-
  protected:
   virtual QVariant derivedValue(const QString& key) const;
   virtual void didChange(const QString& key, bool notify) = 0;

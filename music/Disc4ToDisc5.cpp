@@ -1,5 +1,6 @@
 #include "Disc4ToDisc5.h"
 
+#include "CdKeys.h"
 #include "Entry.h"
 #include "ModelKeys.h"
 
@@ -9,6 +10,6 @@ bool Disc4ToDisc5::createRelationshipsForDestinationInstance(Entry& destination,
   const int tracks = destination.countOfSet(ModelKeys::tracksSet);
   if (tracks != 0) destination.setPrimitiveValue(QStringLiteral("numberOfTracks"), QString::number(unsigned(tracks)));
   // Every version-4 catalogue held CDs only, whatever its format field said.
-  destination.setPrimitiveValue(QStringLiteral("format"), QStringLiteral("CD"));
+  destination.setPrimitiveValue(CdKeys::format, QStringLiteral("CD"));
   return true;
 }

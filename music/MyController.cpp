@@ -1,6 +1,9 @@
 #include "MyController.h"
 
 #include "AddPanel.h"
+#include "AudioFileImport.h"
+#include "CdKeys.h"
+#include "CollectionTotals.h"
 #include "Disc4ToDisc5.h"
 #include "Entry.h"
 #include "FileKind.h"
@@ -55,8 +58,8 @@ void MyController::waitForLibraryRefresh() {
 }
 
 QVariantMap MyController::registeredDefaults() {
-  auto column = [](const char* identifier, double width) {
-    return QVariantMap{{QStringLiteral("identifier"), QString::fromLatin1(identifier)}, {QStringLiteral("width"), width}};
+  auto column = [](const QString& identifier, double width) {
+    return QVariantMap{{QStringLiteral("identifier"), identifier}, {QStringLiteral("width"), width}};
   };
   return {
       {SettingsKeys::infoTemplate, QStringLiteral("Collection.html")},
@@ -66,9 +69,9 @@ QVariantMap MyController::registeredDefaults() {
       {SettingsKeys::cellSize, qint64(150)},
       {SettingsKeys::bezelDisplayTime, 3.0},
       {SettingsKeys::bottomFields, QVariantList{true, true, false, false, true, true, false}},
-      {SettingsKeys::defaultColumns, QVariantList{column("statusImage", 18.0), column("title", 250.0),
-                                                  column("artist", 150.0), column("label", 150.0),
-                                                  column("myRating", 77.0), column("genre", 100.0)}},
+      {SettingsKeys::defaultColumns, QVariantList{column(CdKeys::statusImage, 18.0), column(CdKeys::title, 250.0),
+                                                  column(CdKeys::artist, 150.0), column(CdKeys::label, 150.0),
+                                                  column(CdKeys::myRating, 77.0), column(CdKeys::genre, 100.0)}},
       {SettingsKeys::refreshItunesAuto, true},
   };
 }
@@ -143,28 +146,28 @@ QString MyController::labelForSearchType(const QVariant& searchType) const {
 
 QString MyController::searchIdentifierForSearchType(int searchType) const {
   switch (searchType) {
-    case 4: return QStringLiteral("artist");
-    case 6: return QStringLiteral("composer");
-    case 7: return QStringLiteral("comments");
-    case 8: return QStringLiteral("summary");
-    case 10: return QStringLiteral("genre");
-    case 11: return QStringLiteral("tags");
-    case 40: return QStringLiteral("releaseDate");
-    case 42: return QStringLiteral("customTag1");
-    case 43: return QStringLiteral("customTag2");
+    case 4: return CdKeys::artist;
+    case 6: return CdKeys::composer;
+    case 7: return CdKeys::comments;
+    case 8: return CdKeys::summary;
+    case 10: return CdKeys::genre;
+    case 11: return CdKeys::tags;
+    case 40: return CdKeys::releaseDate;
+    case 42: return CdKeys::customTag1;
+    case 43: return CdKeys::customTag2;
     case 100: return fieldsController()->clickedField();
-    default: return QStringLiteral("title");
+    default: return CdKeys::title;
   }
 }
 
 void MyController::addValuesToAutofillForEntry(Entry& entry) {
-  for (const char* key : {"genre", "artist", "label", "conductor"})
-    comboBoxData().addValue(entry.value(QString::fromLatin1(key)), QString::fromLatin1(key));
+  for (const QString* key : {&CdKeys::genre, &CdKeys::artist, &CdKeys::label, &CdKeys::conductor})
+    comboBoxData().addValue(entry.value(*key), *key);
 }
 
 QStringList MyController::commonAttributesForNamingNewCollection() const {
-  return {"artist", "label", "composer", "conductor", "purchasedAt", "borrowedBy",
-          "arrangedBy", "producer", "mixedBy", "awards", "genre"};
+  return {CdKeys::artist,     CdKeys::label,    CdKeys::composer, CdKeys::conductor, CdKeys::purchasedAt, CdKeys::borrowedBy,
+          CdKeys::arrangedBy, CdKeys::producer, CdKeys::mixedBy,  CdKeys::awards,    CdKeys::genre};
 }
 
 QString MyController::totalDuration(const QVariantList& tracks) { return CollectionTotals::totalDuration(tracks); }

@@ -1,12 +1,14 @@
 #include "MyFieldsController.h"
 
-#include <QLatin1StringView>
 #include <algorithm>
 #include <initializer_list>
 
+#include "CdKeys.h"
 #include "EntitySchema.h"
 #include "FieldTypes.h"
 #include "HostKeys.h"
+#include "ModelKeys.h"
+#include "MusicFields.h"
 #include "Rating.h"
 #include "Settings.h"
 #include "SettingsKeys.h"
@@ -25,165 +27,55 @@ const QString actionKey = QStringLiteral("action");
 const QString doghouseKey = QStringLiteral("doghouse");
 const QString moderatorKey = QStringLiteral("moderator");
 
-using Identifiers = std::initializer_list<const char*>;
-
-enum FieldFlag : unsigned { Off = 1u << 0, Long = 1u << 1, Extra = 1u << 2 };
-
-struct FieldRow {
-  const char* identifier;
-  unsigned flags;
-};
-
-constexpr FieldRow fieldRows[] = {
-    {"title", 0},
-    {"sortTitle", Off},
-    {"artist", 0},
-    {"sortArtist", Off},
-    {"composer", 0},
-    {"conductor", 0},
-    {"label", 0},
-    {"genre", 0},
-    {"releaseDate", 0},
-    {"originalReleaseDate", 0},
-    {"rating", 0},
-    {"price", 0},
-    {"discs", 0},
-    {"duration", 0},
-    {"numberOfTracks", 0},
-    {"producer", 0},
-    {"mixedBy", 0},
-    {"arrangedBy", 0},
-    {"format", 0},
-    {"awards", Long},
-    {"discID", Off},
-    {"asin", Off},
-    {"upc", 0},
-    {"catalogNumber", Off},
-    {"comments", Long},
-    {"summary", Long},
-    {"borrowedBy", Extra},
-    {"borrowedOn", Extra},
-    {"dueDate", Extra | Off},
-    {"purchasedAt", Extra},
-    {"purchasedOn", Extra},
-    {"paid", Extra},
-    {"lastPlayed", Extra},
-    {"location", Extra},
-    {"collectionID", Extra},
-    {"dateAdded", Extra},
-    {"custom1", Extra},
-    {"custom2", Extra},
-    {"custom3", Extra | Off},
-    {"custom4", Extra | Off},
-    {"custom5", Extra | Off},
-    {"custom6", Extra | Off},
-    {"custom7", Extra | Off},
-    {"custom8", Extra | Off},
-    {"custom9", Extra | Off},
-    {"custom10", Extra | Off},
-    {"customDate1", Extra},
-    {"customDate2", Extra | Off},
-    {"customCheckbox1", Extra},
-    {"customCheckbox2", Extra | Off},
-    {"customTag1", Extra | Long},
-    {"customTag2", Extra | Off | Long},
-    {"customText1", Extra | Long},
-    {"customText2", Extra | Off | Long},
-    {"tags", Extra | Long},
-    {"url", Extra | Long},
-};
-
-// Initial widths of columns the user adds; check box and date columns are sized by their type.
-constexpr struct {
-  const char* identifier;
-  float width;
-} columnWidths[] = {
-    {"title", 250},        {"sortTitle", 200},  {"artist", 150},  {"sortArtist", 150},
-    {"conductor", 150},    {"arrangedBy", 150}, {"mixedBy", 150}, {"composer", 150},
-    {"producer", 150},     {"duration", 40},    {"myRating", 77}, {"rating", 40},
-    {"discID", 80},        {"price", 55},       {"paid", 55},     {"comments", 200},
-    {"collectionID", 55},  {"discs", 20},       {"upc", 95},      {"awards", 150},
-    {"statusImage", 18},   {"summary", 200},    {"url", 200},     {"collectionNames", 200},
-    {"lastUsedCount", 40},
-};
-
 constexpr float defaultColumnWidth = 100;
 constexpr float checkboxColumnWidth = 20;
 constexpr float dateColumnWidth = 80;
 
-bool isOneOf(const QString& identifier, Identifiers candidates) {
-  return std::any_of(candidates.begin(), candidates.end(),
-                     [&](const char* candidate) { return identifier == QLatin1StringView(candidate); });
+// Numbered custom fields beyond the table answer as the first of their family does.
+const MusicField* fieldFor(const QString& identifier) {
+  if (const MusicField* field = MusicFields::find(identifier)) return field;
+  for (const QString* first : {&CdKeys::customDate1, &CdKeys::customCheckbox1, &CdKeys::customTag1,
+                               &CdKeys::customText1, &CdKeys::custom1})
+    if (identifier.startsWith(QStringView(*first).chopped(1))) return MusicFields::find(*first);
+  return nullptr;
 }
 
-bool startsWith(const QString& identifier, const char* prefix) {
-  return identifier.startsWith(QLatin1StringView(prefix));
+QStringList keysOf(const std::vector<const MusicField*>& fields) {
+  QStringList keys;
+  keys.reserve(qsizetype(fields.size()));
+  for (const MusicField* field : fields) keys.append(field->key);
+  return keys;
 }
 
-void appendIdentifiers(QVariantList& fields, Identifiers identifiers) {
-  for (const char* identifier : identifiers)
-    fields.append(QVariantMap{{MKIdentifier, QString::fromLatin1(identifier)}});
-}
-
-QStringList identifierList(Identifiers identifiers) {
-  QStringList list;
-  list.reserve(qsizetype(identifiers.size()));
-  for (const char* identifier : identifiers) list.append(QString::fromLatin1(identifier));
-  return list;
+void appendIdentifier(QVariantList& fields, const QString& identifier) {
+  fields.append(QVariantMap{{MKIdentifier, identifier}});
 }
 
 }  // namespace
 
 QVariantList MyFieldsController::allFields() const {
+  const auto panel = MusicFields::ordered(&MusicField::panelPosition);
   QVariantList fields;
-  fields.reserve(std::size(fieldRows));
-  for (const FieldRow& row : fieldRows) {
-    QVariantMap definition{{MKIdentifier, QString::fromLatin1(row.identifier)}};
-    if (row.flags & Off) definition.insert(isOffKey, true);
-    if (row.flags & Long) definition.insert(longKey, true);
-    if (row.flags & Extra) definition.insert(locationKey, MKLocationExtra);
+  fields.reserve(qsizetype(panel.size()));
+  for (const MusicField* field : panel) {
+    QVariantMap definition{{MKIdentifier, field->key}};
+    if (field->panelFlags & MusicField::Off) definition.insert(isOffKey, true);
+    if (field->panelFlags & MusicField::Long) definition.insert(longKey, true);
+    if (field->panelFlags & MusicField::Extra) definition.insert(locationKey, MKLocationExtra);
     fields.append(definition);
   }
   return fields;
 }
 
 int MyFieldsController::columnType(const QString& identifier, bool separateNumber) const {
-  if (isOneOf(identifier, {"releaseDate", "borrowedOn", "purchasedOn", "lastPlayed", "dateAdded", "dateEdited",
-                           "dueDate", "originalReleaseDate"}) ||
-      startsWith(identifier, "customDate"))
-    return ColumnTypeDate;
-  if (identifier == QLatin1StringView("statusImage")) return ColumnTypeImage;
-  if (identifier == QLatin1StringView("myRating")) return ColumnTypeRating;
-  if (startsWith(identifier, "customCheckbox")) return ColumnTypeCheckbox;
-  // Stored as numbers, so they sort as numbers whatever the caller asks.
-  if (identifier == MKKeyEntryUID || isOneOf(identifier, {"dogTag", "status"})) return ColumnTypeStoredNumber;
-  if (!separateNumber) return ColumnTypeText;
-  if (isOneOf(identifier, {"price", "paid", "discs", "duration", "rating", "lastUsedCount", "numberOfTracks"}))
-    return ColumnTypeNumber;
-  return ColumnTypeText;
+  const MusicField* field = fieldFor(identifier);
+  if (!field || (field->columnType == ColumnTypeNumber && !separateNumber)) return ColumnTypeText;
+  return field->columnType;
 }
 
 int MyFieldsController::fieldTypeForIdentifier(const QString& identifier) const {
-  switch (columnType(identifier, false)) {
-    case ColumnTypeDate:
-      return FieldTypeDate;
-    case ColumnTypeCheckbox:
-      return FieldTypeCheckbox;
-    case ColumnTypeRating:
-      return FieldTypeRating;
-    default:
-      break;
-  }
-  // The narrower "custom..." prefixes must be tested before the plain "custom" of the combo rule.
-  if (identifier == QLatin1StringView("borrowedBy")) return FieldTypeBorrower;
-  if (isOneOf(identifier, {"tags", "genre"}) || startsWith(identifier, "customTag") ||
-      isOneOf(identifier, {"mixedBy", "arrangedBy", "composer", "conductor", "producer"}))
-    return FieldTypeTokens;
-  if (isOneOf(identifier, {"comments", "summary"}) || startsWith(identifier, "customText")) return FieldTypeLongText;
-  if (isOneOf(identifier, {"rated", "label", "location", "purchasedAt"}) || startsWith(identifier, "custom") ||
-      isOneOf(identifier, {"format", "artist"}))
-    return FieldTypeComboBox;
-  return FieldTypeText;
+  const MusicField* field = fieldFor(identifier);
+  return field ? field->editType : FieldTypeText;
 }
 
 bool MyFieldsController::offersUsedValues(const QString& identifier) const {
@@ -192,44 +84,37 @@ bool MyFieldsController::offersUsedValues(const QString& identifier) const {
 }
 
 QStringList MyFieldsController::personalFields() {
-  if (!personalFields_)
-    personalFields_ =
-        identifierList({"addressBookID",   "borrowedBy", "borrowedOn",  "collectionID", "comments",   "dateAdded",
-                        "dateEdited",      "dueDate",    "extraData",   "hasMovieLink", "itunes",     "lastPlayed",
-                        "lastUsedCount",   "lastUsed",   "lentHistory", "links",        "location",   "lowestNewPrice",
-                        "lowestUsedPrice", "paid",       "purchasedOn", "purchasedAt",  "rating",     "sortTitle",
-                        "status",          "tags",       "uid",         "uploaded",     "url",        "onSale",
-                        "hasBeenSold",     "soldOn",     "askingPrice", "buyerAddress", "buyerEmail", "buyerName",
-                        "placedForSaleAt", "soldPrice",  "sortArtist"});
+  if (!personalFields_) personalFields_ = keysOf(MusicFields::ordered(&MusicField::personalPosition));
   return *personalFields_;
 }
 
 QVariantList MyFieldsController::smartCollectionFields() const {
   QVariantList fields = editFields();
-  // Key paths through the to-many sets match any track's or link's value.
-  appendIdentifiers(fields, {"lentHistorySet", "tracksSet", "tracksSet.artist", "tracksSet.composer", "linksSet",
-                             "linksSet.type", "linksSet.url", "lastUsedSet", "lastUsedCount", "dateEdited", "myRating",
-                             "collections", "hasCoverImage", "dogTag"});
+  for (const MusicField& field : MusicFields::all())
+    if (field.smartOnly) appendIdentifier(fields, field.key);
+  // Key paths through the entry's relationships match any related value.
+  for (const QString& path : {QStringLiteral("lentHistorySet"), ModelKeys::tracksSet, QStringLiteral("tracksSet.artist"),
+                              QStringLiteral("tracksSet.composer"), ModelKeys::linksSet, QStringLiteral("linksSet.type"),
+                              QStringLiteral("linksSet.url"), QStringLiteral("lastUsedSet"), ModelKeys::collections})
+    appendIdentifier(fields, path);
   sortByShownName(fields);
   return fields;
 }
 
 QStringList MyFieldsController::defaultFullscreenFields() const {
-  return identifierList({"title", "artist", "composer", "label", "conductor", "genre", "duration", "releaseDate",
-                         "awards", "location", "collectionNames", "custom1", "custom2", "summary"});
+  return keysOf(MusicFields::ordered(&MusicField::fullscreenPosition));
 }
 
 QStringList MyFieldsController::rssDescriptionFields() const {
-  return identifierList({"artist", "label", "composer", "genre", "duration", "price"});
+  return keysOf(MusicFields::ordered(&MusicField::feedPosition));
 }
 
 QVariantList MyFieldsController::columnFields() {
   QVariantList fields = editFields();
   fields.removeIf([](const QVariant& field) { return Settings::leniently(field.toMap().value(isOffKey)); });
-  // Columns with no edit field behind them.
-  appendIdentifiers(fields, {"dateEdited", "statusImage", "myRating", "collectionNames", "lastUsedCount", "dogTag"});
-  if (Settings::leniently(settings().objectForKey(doghouseKey).toMap().value(moderatorKey)))
-    appendIdentifiers(fields, {"localeLanguage"});
+  const bool moderator = Settings::leniently(settings().objectForKey(doghouseKey).toMap().value(moderatorKey));
+  for (const MusicField& field : MusicFields::all())
+    if (field.columnOnly || (field.moderatorColumn && moderator)) appendIdentifier(fields, field.key);
   sortByShownName(fields);
   return fields;
 }
@@ -245,7 +130,8 @@ float MyFieldsController::widthForColumn(const QString& identifier) {
   }
   if (!columnWidthDictionary_) {
     QVariantMap widths;
-    for (const auto& row : columnWidths) widths.insert(QString::fromLatin1(row.identifier), row.width);
+    for (const MusicField& field : MusicFields::all())
+      if (field.initialWidth > 0) widths.insert(field.key, field.initialWidth);
     columnWidthDictionary_ = widths;
   }
   return columnWidthDictionary_->value(identifier, defaultColumnWidth).toFloat();
@@ -253,13 +139,13 @@ float MyFieldsController::widthForColumn(const QString& identifier) {
 
 QVariantList MyFieldsController::filterMenuItems() const {
   QVariantList items;
-  for (const char* field : {"genre", "artist", "label", "composer", "conductor"}) {
-    const QString identifier = QString::fromLatin1(field);
+  for (const QString* field : {&CdKeys::genre, &CdKeys::artist, &CdKeys::label, &CdKeys::composer, &CdKeys::conductor}) {
+    const QString& identifier = *field;
     items.append(QVariantMap{
         {nameKey, localizedColumnName(identifier)}, {fieldKey, identifier}, {actionKey, int(FilterActionValue)}});
   }
   items.append(QVariantMap{{nameKey, strings().localizedString(QStringLiteral("Same Artist"))},
-                           {fieldKey, QStringLiteral("artist")},
+                           {fieldKey, CdKeys::artist},
                            {actionKey, int(FilterActionSameAsSelected)}});
   items.append(
       QVariantMap{{nameKey, strings().localizedString(QStringLiteral("All"))}, {actionKey, int(FilterActionAll)}});
@@ -275,8 +161,13 @@ QStringList MyFieldsController::listColumnIdentifiers() const {
   return identifiers.isEmpty() ? MyFieldsControllerShared::listColumnIdentifiers() : identifiers;
 }
 
+QString MyFieldsController::englishColumnName(const QString& identifier) const {
+  const MusicField* field = MusicFields::find(identifier);
+  return field ? field->title : QString();
+}
+
 QString MyFieldsController::displayStringForValue(const QString& identifier, const QVariant& value) const {
-  if (identifier == QLatin1StringView("releaseDate") && value.metaType().id() == QMetaType::QDateTime) {
+  if (identifier == CdKeys::releaseDate && value.metaType().id() == QMetaType::QDateTime) {
     const QString format = settings().stringForKey(SettingsKeys::releaseDateFormat);
     if (!format.trimmed().isEmpty()) return value.toDateTime().toUTC().toString(format);
   }
@@ -285,7 +176,7 @@ QString MyFieldsController::displayStringForValue(const QString& identifier, con
       return Rating::stars(value.toLongLong());
     case ColumnTypeImage:
     case ColumnTypeStoredNumber:
-      if (identifier == QLatin1StringView("statusImage") || identifier == QLatin1StringView("status")) {
+      if (identifier == CdKeys::statusImage || identifier == CdKeys::status) {
         const qint64 status = value.toLongLong();
         return status == 1 ? strings().localizedString(QStringLiteral("Borrowed"))
                : status == 2 ? strings().localizedString(QStringLiteral("Wanted"))

@@ -21,6 +21,7 @@ class MyFieldsController : public MyFieldsControllerShared {
   QVariantList filterMenuItems() const override;
   QStringList listColumnIdentifiers() const override;
   QString displayStringForValue(const QString& identifier, const QVariant& value) const override;
+  QString englishColumnName(const QString& identifier) const override;
 
  private:
   void sortByShownName(QVariantList& fields) const;

@@ -1,5 +1,6 @@
 #include "EntryFigures.h"
 
+#include "CdKeys.h"
 #include "Decimal.h"
 #include "Entry.h"
 #include "NumberText.h"
@@ -15,11 +16,11 @@ QString text(const Entry& entry, int index) {
 }  // namespace
 
 const EntryFigures::Figures& EntryFigures::read(const Entry& entry) {
-  static const int status = EntitySchema::cd().indexOf(QStringLiteral("status"));
-  static const int price = EntitySchema::cd().indexOf(QStringLiteral("price"));
-  static const int paid = EntitySchema::cd().indexOf(QStringLiteral("paid"));
-  static const int duration = EntitySchema::cd().indexOf(QStringLiteral("duration"));
-  static const int discs = EntitySchema::cd().indexOf(QStringLiteral("discs"));
+  static const int status = EntitySchema::cd().indexOf(CdKeys::status);
+  static const int price = EntitySchema::cd().indexOf(CdKeys::price);
+  static const int paid = EntitySchema::cd().indexOf(CdKeys::paid);
+  static const int duration = EntitySchema::cd().indexOf(CdKeys::duration);
+  static const int discs = EntitySchema::cd().indexOf(CdKeys::discs);
 
   if (entry.serial() >= cache_.size()) cache_.resize(size_t(entry.serial()) + 1024);
   Cached& cached = cache_[entry.serial()];

@@ -1,5 +1,6 @@
 #include "HtmlExport.h"
 
+#include "CdKeys.h"
 #include "Entry.h"
 #include "EntryTemplate.h"
 #include "StringTable.h"
@@ -170,19 +171,19 @@ QString HtmlExport::indexPage(const std::vector<Entry*>& entries, const QString&
                    text("My Rating"));
   for (Entry* entry : entries) {
     const EntryTemplate::Options options = services_.templateOptions(*entry);
-    auto field = [&](const char* key) {
-      return EntryTemplate::encodedForHTML(EntryTemplate::displayText(*entry, QString::fromLatin1(key), options));
+    auto field = [&](const QString& key) {
+      return EntryTemplate::encodedForHTML(EntryTemplate::displayText(*entry, key, options));
     };
     const QString uid = QString::number(entry->uid());
     const QString cover = QFile::exists(QStringLiteral("%1/%2/%3.jpg").arg(staging, coversFolder, uid))
                               ? QStringLiteral("<img src=\"%1/%2.jpg\" alt=\"\">").arg(coversFolder, uid)
                               : QString();
-    QString name = field("title");
+    QString name = field(CdKeys::title);
     if (name.isEmpty()) name = text("Untitled");
     html += QStringLiteral("<tr><td class=\"cover\">%1</td><td><a href=\"%2.html\">%3</a></td><td>%4</td><td>%5</td>"
                            "<td>%6</td><td>%7</td><td>%8</td><td class=\"stars\">%9</td></tr>\n")
-                .arg(cover, uid, name, field("artist"), field("releaseDate"), field("label"), field("genre"),
-                     field("format"), field("myRatingStars"));
+                .arg(cover, uid, name, field(CdKeys::artist), field(CdKeys::releaseDate), field(CdKeys::label), field(CdKeys::genre),
+                     field(CdKeys::format), field(QStringLiteral("myRatingStars")));
   }
   const QString count = strings.localizedString(QStringLiteral("%1 entries")).arg(entries.size());
   html += QStringLiteral("</tbody>\n</table>\n<footer>%1</footer>\n</body>\n</html>\n")

@@ -1,5 +1,6 @@
 #include "PrintLayouts.h"
 
+#include "CdKeys.h"
 #include "PrintController.h"
 
 #include <QStringList>
@@ -23,14 +24,18 @@ namespace PrintLayouts {
 QVariantList listLayouts() {
   return {
       layout("Info", "Prints Title, Artist, Genre, My Rating and Duration for the selected collection.",
-             {"title", ".34", "artist", ".20", "genre", ".20", "myRating", ".16", "duration", ".10"}),
+             {CdKeys::title, ".34", CdKeys::artist, ".20", CdKeys::genre, ".20",
+              CdKeys::myRating, ".16", CdKeys::duration, ".10"}),
       layout("Classical",
              "Prints Title, Artist, Composer, Conductor and Label. (For landscape orientation, use Page Setup)",
-             {"title", ".26", "artist", ".20", "composer", ".18", "conductor", ".18", "label", ".18"}),
+             {CdKeys::title, ".26", CdKeys::artist, ".20", CdKeys::composer, ".18",
+              CdKeys::conductor, ".18", CdKeys::label, ".18"}),
       layout("Value", "Prints Title, List Price, Purchase At, Purchased On and Price Paid for the selected collection.",
-             {"title", ".30", "price", ".15", "purchasedAt", ".22", "purchasedOn", ".18", "paid", ".15"}),
+             {CdKeys::title, ".30", CdKeys::price, ".15", CdKeys::purchasedAt, ".22",
+              CdKeys::purchasedOn, ".18", CdKeys::paid, ".15"}),
       layout("Borrowed", "Prints Title, Artist, Borrowed By, Borrowed On and Due Date for the selected collection.",
-             {"title", ".30", "artist", ".20", "borrowedBy", ".20", "borrowedOn", ".15", "dueDate", ".15"}),
+             {CdKeys::title, ".30", CdKeys::artist, ".20", CdKeys::borrowedBy, ".20",
+              CdKeys::borrowedOn, ".15", CdKeys::dueDate, ".15"}),
       layout("Custom",
              "Prints the current view of the entries in your collection. Use Page Setup to control orientation.", {}),
   };

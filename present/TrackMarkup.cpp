@@ -1,5 +1,6 @@
 #include "TrackMarkup.h"
 
+#include "CdKeys.h"
 #include "Entry.h"
 #include "HtmlText.h"
 #include "TextScanner.h"
@@ -65,7 +66,7 @@ QString shownPosition(const Track& track) {
 
 bool isInLibrary(const TrackData* library, const Track& track, const QString& album) {
   return library && library->isTrackInItunes({{QStringLiteral("name"), track.stringValue(QStringLiteral("name"))}},
-                                             {{QStringLiteral("title"), album}});
+                                             {{CdKeys::title, album}});
 }
 
 }  // namespace
@@ -99,7 +100,7 @@ TrackMarkup::Result TrackMarkup::apply(QString& text, Entry& entry, const Option
     if (!durationPattern.contains(QLatin1Char('*'))) durationPattern.clear();
   }
   const bool linkNames = options.webView && text.contains(includeURLInName);
-  const QString album = entry.stringValue(QStringLiteral("title"));
+  const QString album = entry.stringValue(CdKeys::title);
 
   QString rows;
   for (Track* track : tracks) {

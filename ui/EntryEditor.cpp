@@ -1,6 +1,7 @@
 #include "EntryEditor.h"
 
 #include "AttributeInput.h"
+#include "CdKeys.h"
 #include "Collection.h"
 #include "Entry.h"
 #include "FieldTypes.h"
@@ -30,7 +31,7 @@
 
 namespace {
 
-const QString statusKey = QStringLiteral("status"), ratingKey = QStringLiteral("myRating");
+const QString statusKey = CdKeys::status, ratingKey = CdKeys::myRating;
 
 // A date typed as a bare year is kept as 1 July at noon; show it back as the year.
 QString dateText(const QDateTime& date) {
@@ -58,7 +59,7 @@ EntryEditor::EntryEditor(MyController& controller, Entry* entry, QWidget* parent
       entry_(entry),
       tracks_(new TrackTable),
       links_(new LinksTable(controller.dataFolderPath())) {
-  setWindowTitle(entry ? tr("Edit \u201C%1\u201D").arg(entry->stringValue(QStringLiteral("title"))) : tr("Add Entry"));
+  setWindowTitle(entry ? tr("Edit \u201C%1\u201D").arg(entry->stringValue(CdKeys::title)) : tr("Add Entry"));
   setObjectName(QStringLiteral("entryEditor"));
   QFormLayout *mainForm = nullptr, *extraForm = nullptr;
   auto* tabs = new QTabWidget(this);
@@ -301,10 +302,10 @@ void EntryEditor::applyTo(Entry& entry, const QVariantMap& values) {
     entry.setValue(QStringLiteral("numberOfTracks"), tracks.isEmpty() ? QVariant() : QVariant(QString::number(tracks.size())));
     // The album's play time follows its tracks unless the user typed one in this edit.
     const QString sum = TrackData::totalDuration(tracks);
-    if (!sum.isEmpty() && !values.contains(QStringLiteral("duration")))
-      entry.setValue(QStringLiteral("duration"), sum);
+    if (!sum.isEmpty() && !values.contains(CdKeys::duration))
+      entry.setValue(CdKeys::duration, sum);
   }
-  entry.setValue(QStringLiteral("dateEdited"), QDateTime::currentDateTimeUtc());
+  entry.setValue(CdKeys::dateEdited, QDateTime::currentDateTimeUtc());
 }
 
 void EntryEditor::applyLinks(Entry& entry) {

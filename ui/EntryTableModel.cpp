@@ -1,5 +1,6 @@
 #include "EntryTableModel.h"
 
+#include "CdKeys.h"
 #include "Entry.h"
 #include "FieldTypes.h"
 #include "MyController.h"
@@ -82,7 +83,7 @@ Qt::ItemFlags EntryTableModel::flags(const QModelIndex& index) const {
 
 void EntryTableModel::sort(int column, Qt::SortOrder order) {
   if (column < 0 || column >= columns_.size()) return;
-  const QString key = columns_[column] == StatusImage::key ? QStringLiteral("status") : columns_[column];
+  const QString key = columns_[column] == StatusImage::key ? CdKeys::status : columns_[column];
   Q_EMIT layoutAboutToBeChanged();
   controller_.entriesController().setSortKey(key, order == Qt::AscendingOrder);
   controller_.entriesController().rearrangeObjects();

@@ -1,5 +1,6 @@
 #include "InternetSearchDialog.h"
 
+#include "CdKeys.h"
 #include "Freedb.h"
 
 #include <QDialogButtonBox>
@@ -41,7 +42,7 @@ void InternetSearchDialog::search() {
   results_->clear();
   status_->setText(tr("Searching…"));
   static const QRegularExpression identifier(QStringLiteral("^[0-9a-fA-F]{8}$"));
-  const QVariantMap request = identifier.match(text).hasMatch() ? QVariantMap{{QStringLiteral("discID"), text}}
+  const QVariantMap request = identifier.match(text).hasMatch() ? QVariantMap{{CdKeys::discID, text}}
                                                                 : QVariantMap{{QStringLiteral("keyword"), text}};
   QPointer<InternetSearchDialog> self(this);
   site_.searchFor(request, [self](int count, Freedb&) {

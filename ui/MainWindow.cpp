@@ -1,5 +1,6 @@
 #include "MainWindow.h"
 
+#include "CdKeys.h"
 #include "Collection.h"
 #include "CollectionsPanel.h"
 #include "Entry.h"
@@ -508,7 +509,7 @@ void MainWindow::deleteSelectedEntries() {
   const auto selected = controller_.entriesController().selectedObjects();
   if (selected.empty()) return;
   const QString question = selected.size() == 1
-                               ? tr("Delete \u201C%1\u201D?").arg(selected.front()->stringValue(QStringLiteral("title")))
+                               ? tr("Delete \u201C%1\u201D?").arg(selected.front()->stringValue(CdKeys::title))
                                : tr("Delete %n entries?", nullptr, int(selected.size()));
   if (QMessageBox::question(this, tr("Delete"), question, QMessageBox::Yes | QMessageBox::Cancel, QMessageBox::Cancel) !=
       QMessageBox::Yes)

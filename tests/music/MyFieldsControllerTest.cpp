@@ -1,18 +1,31 @@
 #include <gtest/gtest.h>
 
 #include <QDateTime>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QLocale>
 #include <QTemporaryDir>
+#include <QTimeZone>
+#include <cstdio>
 #include <optional>
 #include <ostream>
 #include <string>
 #include <utility>
 
+#include "AttributeInput.h"
+#include "EntitySchema.h"
+#include "Entry.h"
+#include "EntryJson.h"
 #include "FieldTypes.h"
 #include "HostKeys.h"
+#include "JsonWriter.h"
+#include "MusicFields.h"
 #include "MyFieldsController.h"
 #include "Settings.h"
+#include "Store.h"
+#include "StoreSchema.h"
 #include "StringTable.h"
+#include "ValueKind.h"
 
 static void PrintTo(const QString& text, std::ostream* out) { *out << '"' << text.toStdString() << '"'; }
 static void PrintTo(const QVariant& value, std::ostream* out) {
@@ -313,6 +326,244 @@ TEST_F(MyFieldsControllerTest, ValuesShowAsPeopleReadThem) {
   EXPECT_EQ(shown("price", "12.50"), "12.50");
   EXPECT_EQ(shown("title", QVariant()), "");
   QLocale::setDefault(before);
+}
+
+// Every answer the catalogue gives for each key, one line per key, as the hand-written field
+// lists gave them before the catalogue became one table. The table may be reorganised freely
+// as long as this stays equal.
+QString answersFor(MyFieldsController& controller, const QString& key, const QStringList& personal,
+                   const QStringList& fullscreen, const QStringList& rss, const QStringList& columns,
+                   const QStringList& smart) {
+  const QDateTime day(QDate(1999, 3, 4), QTime(12, 0), Qt::UTC);
+  QStringList shown;
+  for (const QVariant& value : {QVariant(qint64(1)), QVariant(qint64(2)), QVariant(qint64(7)), QVariant(true),
+                                QVariant(QStringLiteral("x")), QVariant(day)})
+    shown << controller.displayStringForValue(key, value);
+  QString flags;
+  flags += personal.contains(key) ? u'P' : u'-';
+  flags += fullscreen.contains(key) ? u'F' : u'-';
+  flags += rss.contains(key) ? u'R' : u'-';
+  flags += columns.contains(key) ? u'C' : u'-';
+  flags += smart.contains(key) ? u'S' : u'-';
+  flags += controller.offersUsedValues(key) ? u'U' : u'-';
+  return QStringLiteral("%1 %2 %3 %4 %5 %6 %7 [%8]")
+      .arg(key.isEmpty() ? QStringLiteral("(empty)") : key)
+      .arg(controller.fieldTypeForIdentifier(key))
+      .arg(controller.columnType(key, false))
+      .arg(controller.columnType(key, true))
+      .arg(double(controller.widthForColumn(key)))
+      .arg(flags, controller.localizedColumnName(key), shown.join(u'|'));
+}
+
+TEST_F(MyFieldsControllerTest, EveryAnswerForEveryKeyIsAsBefore) {
+  const QLocale before;
+  QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
+  QStringList keys;
+  for (const QVariant& field : controller.allFields()) keys << identifierOf(field);
+  for (const char* key :
+       {"sortTitle", "sortArtist", "myRating", "itunes", "status", "dateEdited", "addressBookID", "extraData",
+        "hasMovieLink", "lastUsedCount", "lastUsed", "lowestNewPrice", "lowestUsedPrice", "uploaded", "onSale",
+        "hasBeenSold", "soldOn", "askingPrice", "buyerAddress", "buyerEmail", "buyerName", "placedForSaleAt",
+        "soldPrice", "dogTag", "localeLanguage", "uid", "statusImage", "collectionNames", "hasCoverImage", "rated",
+        "links", "lentHistory", "lentHistorySet", "tracksSet", "tracksSet.artist", "linksSet.url", "lastUsedSet",
+        "collections", "customDate7", "customCheckbox5", "custom11", "customTag9", "customText4", "noSuchField", ""})
+    if (!keys.contains(QLatin1StringView(key))) keys << QString::fromLatin1(key);
+  const QStringList personal = controller.personalFields();
+  const QStringList fullscreen = controller.defaultFullscreenFields();
+  const QStringList rss = controller.rssDescriptionFields();
+  const QStringList columns = identifiersOf(controller.columnFields());
+  const QStringList smart = identifiersOf(controller.smartCollectionFields());
+  QStringList lines;
+  for (const QString& key : keys) lines << answersFor(controller, key, personal, fullscreen, rss, columns, smart);
+  lines << QStringLiteral("personal ") + personal.join(u',') << QStringLiteral("fullscreen ") + fullscreen.join(u',')
+        << QStringLiteral("rss ") + rss.join(u',') << QStringLiteral("columns ") + columns.join(u',')
+        << QStringLiteral("smart ") + smart.join(u',');
+  QLocale::setDefault(before);
+
+  // Key, edit type, column type, column type telling numbers apart, width, flags (Personal,
+  // Fullscreen, feed (R), Column, Smart, Used values), title, shown values; then the lists.
+  const QStringList expected = QString::fromUtf8(R"(title 1 7 7 250 -F-CS- Title [1|2|7|✓|x|4 Mar 1999]
+sortTitle 1 7 7 200 P---S- Sort Title [1|2|7|✓|x|4 Mar 1999]
+artist 3 7 7 150 -FRCSU Artist [1|2|7|✓|x|4 Mar 1999]
+sortArtist 1 7 7 150 P---S- Sort Artist [1|2|7|✓|x|4 Mar 1999]
+composer 11 7 7 150 -FRCS- Composer [1|2|7|✓|x|4 Mar 1999]
+conductor 11 7 7 150 -F-CS- Conductor [1|2|7|✓|x|4 Mar 1999]
+label 3 7 7 100 -FRCSU Label [1|2|7|✓|x|4 Mar 1999]
+genre 11 7 7 100 -FRCS- Genre [1|2|7|✓|x|4 Mar 1999]
+releaseDate 5 1 1 80 -F-CS- Release Date [1|2|7|✓|x|4 Mar 1999]
+originalReleaseDate 5 1 1 80 ---CS- Original Release Date [1|2|7|✓|x|4 Mar 1999]
+rating 1 7 5 40 P--CS- Rating [1|2|7|✓|x|4 Mar 1999]
+price 1 7 5 55 --RCS- Price [1|2|7|✓|x|4 Mar 1999]
+discs 1 7 5 20 ---CS- Discs [1|2|7|✓|x|4 Mar 1999]
+duration 1 7 5 40 -FRCS- Duration [1|2|7|✓|x|4 Mar 1999]
+numberOfTracks 1 7 5 100 ---CS- Number of Tracks [1|2|7|✓|x|4 Mar 1999]
+producer 11 7 7 150 ---CS- Producer [1|2|7|✓|x|4 Mar 1999]
+mixedBy 11 7 7 150 ---CS- Mixed By [1|2|7|✓|x|4 Mar 1999]
+arrangedBy 11 7 7 150 ---CS- Arranged By [1|2|7|✓|x|4 Mar 1999]
+format 3 7 7 100 ---CSU Format [1|2|7|✓|x|4 Mar 1999]
+awards 1 7 7 150 -F-CS- Awards [1|2|7|✓|x|4 Mar 1999]
+discID 1 7 7 80 ----S- Disc ID [1|2|7|✓|x|4 Mar 1999]
+asin 1 7 7 100 ----S- ASIN [1|2|7|✓|x|4 Mar 1999]
+upc 1 7 7 95 ---CS- UPC [1|2|7|✓|x|4 Mar 1999]
+catalogNumber 1 7 7 100 ----S- Catalog Number [1|2|7|✓|x|4 Mar 1999]
+comments 2 7 7 200 P--CS- Comments [1|2|7|✓|x|4 Mar 1999]
+summary 2 7 7 200 -F-CS- Summary [1|2|7|✓|x|4 Mar 1999]
+borrowedBy 7 7 7 100 P--CSU Borrowed By [1|2|7|✓|x|4 Mar 1999]
+borrowedOn 5 1 1 80 P--CS- Borrowed On [1|2|7|✓|x|4 Mar 1999]
+dueDate 5 1 1 80 P---S- Due Date [1|2|7|✓|x|4 Mar 1999]
+purchasedAt 3 7 7 100 P--CSU Purchased At [1|2|7|✓|x|4 Mar 1999]
+purchasedOn 5 1 1 80 P--CS- Purchased On [1|2|7|✓|x|4 Mar 1999]
+paid 1 7 5 55 P--CS- Paid [1|2|7|✓|x|4 Mar 1999]
+lastPlayed 5 1 1 80 P--CS- Last Played [1|2|7|✓|x|4 Mar 1999]
+location 3 7 7 100 PF-CSU Location [1|2|7|✓|x|4 Mar 1999]
+collectionID 1 7 7 55 P--CS- Collection ID [1|2|7|✓|x|4 Mar 1999]
+dateAdded 5 1 1 80 P--CS- Date Added [1|2|7|✓|x|4 Mar 1999]
+custom1 3 7 7 100 -F-CSU Custom 1 [1|2|7|✓|x|4 Mar 1999]
+custom2 3 7 7 100 -F-CSU Custom 2 [1|2|7|✓|x|4 Mar 1999]
+custom3 3 7 7 100 ----SU Custom 3 [1|2|7|✓|x|4 Mar 1999]
+custom4 3 7 7 100 ----SU Custom 4 [1|2|7|✓|x|4 Mar 1999]
+custom5 3 7 7 100 ----SU Custom 5 [1|2|7|✓|x|4 Mar 1999]
+custom6 3 7 7 100 ----SU Custom 6 [1|2|7|✓|x|4 Mar 1999]
+custom7 3 7 7 100 ----SU Custom 7 [1|2|7|✓|x|4 Mar 1999]
+custom8 3 7 7 100 ----SU Custom 8 [1|2|7|✓|x|4 Mar 1999]
+custom9 3 7 7 100 ----SU Custom 9 [1|2|7|✓|x|4 Mar 1999]
+custom10 3 7 7 100 ----SU Custom 10 [1|2|7|✓|x|4 Mar 1999]
+customDate1 5 1 1 80 ---CS- Custom Date 1 [1|2|7|✓|x|4 Mar 1999]
+customDate2 5 1 1 80 ----S- Custom Date 2 [1|2|7|✓|x|4 Mar 1999]
+customCheckbox1 4 4 4 20 ---CS- Custom Checkbox 1 [1|2|7|✓|x|4 Mar 1999]
+customCheckbox2 4 4 4 20 ----S- Custom Checkbox 2 [1|2|7|✓|x|4 Mar 1999]
+customTag1 11 7 7 100 ---CS- Custom Tags 1 [1|2|7|✓|x|4 Mar 1999]
+customTag2 11 7 7 100 ----S- Custom Tags 2 [1|2|7|✓|x|4 Mar 1999]
+customText1 2 7 7 100 ---CS- Custom Text 1 [1|2|7|✓|x|4 Mar 1999]
+customText2 2 7 7 100 ----S- Custom Text 2 [1|2|7|✓|x|4 Mar 1999]
+tags 11 7 7 100 P--CS- Tags [1|2|7|✓|x|4 Mar 1999]
+url 1 7 7 200 P--CS- URL [1|2|7|✓|x|4 Mar 1999]
+myRating 8 3 3 77 ---CS- My Rating [½☆☆☆☆|★☆☆☆☆|★★★½☆|½☆☆☆☆||]
+itunes 1 7 7 100 P----- From Music Library [1|2|7|✓|x|4 Mar 1999]
+status 1 8 8 100 P----- Status [Borrowed|Wanted||Borrowed||]
+dateEdited 5 1 1 80 P--CS- Date Edited [1|2|7|✓|x|4 Mar 1999]
+addressBookID 1 7 7 100 P----- Contact [1|2|7|✓|x|4 Mar 1999]
+extraData 1 7 7 100 P----- Extra Data [1|2|7|✓|x|4 Mar 1999]
+hasMovieLink 1 7 7 100 P----- Has Movie Link [1|2|7|✓|x|4 Mar 1999]
+lastUsedCount 1 7 5 40 P--CS- Times Used [1|2|7|✓|x|4 Mar 1999]
+lastUsed 1 7 7 100 P----- Last Used [1|2|7|✓|x|4 Mar 1999]
+lowestNewPrice 1 7 7 100 P----- Lowest New Price [1|2|7|✓|x|4 Mar 1999]
+lowestUsedPrice 1 7 7 100 P----- Lowest Used Price [1|2|7|✓|x|4 Mar 1999]
+uploaded 1 7 7 100 P----- Uploaded [1|2|7|✓|x|4 Mar 1999]
+onSale 1 7 7 100 P----- On Sale [1|2|7|✓|x|4 Mar 1999]
+hasBeenSold 1 7 7 100 P----- Sold [1|2|7|✓|x|4 Mar 1999]
+soldOn 1 7 7 100 P----- Sold On [1|2|7|✓|x|4 Mar 1999]
+askingPrice 1 7 7 100 P----- Asking Price [1|2|7|✓|x|4 Mar 1999]
+buyerAddress 1 7 7 100 P----- Buyer Address [1|2|7|✓|x|4 Mar 1999]
+buyerEmail 1 7 7 100 P----- Buyer Email [1|2|7|✓|x|4 Mar 1999]
+buyerName 1 7 7 100 P----- Buyer Name [1|2|7|✓|x|4 Mar 1999]
+placedForSaleAt 1 7 7 100 P----- Placed for Sale At [1|2|7|✓|x|4 Mar 1999]
+soldPrice 1 7 7 100 P----- Sold Price [1|2|7|✓|x|4 Mar 1999]
+dogTag 1 8 8 100 ---CS- Dog Tag [1|2|7|✓|x|4 Mar 1999]
+localeLanguage 1 7 7 100 ------ Language [1|2|7|✓|x|4 Mar 1999]
+uid 1 8 8 100 P----- Unique ID [1|2|7|✓|x|4 Mar 1999]
+statusImage 1 2 2 18 ---C-- Status [Borrowed|Wanted||Borrowed||]
+collectionNames 1 7 7 200 -F-C-- Collections [1|2|7|✓|x|4 Mar 1999]
+hasCoverImage 1 7 7 100 ----S- Has Cover [1|2|7|✓|x|4 Mar 1999]
+rated 3 7 7 100 -----U Rated [1|2|7|✓|x|4 Mar 1999]
+links 1 7 7 100 P----- Links [1|2|7|✓|x|4 Mar 1999]
+lentHistory 1 7 7 100 P----- Loan History [1|2|7|✓|x|4 Mar 1999]
+lentHistorySet 1 7 7 100 ----S- Loan History [1|2|7|✓|x|4 Mar 1999]
+tracksSet 1 7 7 100 ----S- Tracks [1|2|7|✓|x|4 Mar 1999]
+tracksSet.artist 1 7 7 100 ----S- Track Artist [1|2|7|✓|x|4 Mar 1999]
+linksSet.url 1 7 7 100 ----S- Link Address [1|2|7|✓|x|4 Mar 1999]
+lastUsedSet 1 7 7 100 ----S- Usage [1|2|7|✓|x|4 Mar 1999]
+collections 1 7 7 100 ----S- Collections [1|2|7|✓|x|4 Mar 1999]
+customDate7 5 1 1 80 ------ customDate7 [1|2|7|✓|x|4 Mar 1999]
+customCheckbox5 4 4 4 20 ------ customCheckbox5 [1|2|7|✓|x|4 Mar 1999]
+custom11 3 7 7 100 -----U custom11 [1|2|7|✓|x|4 Mar 1999]
+customTag9 11 7 7 100 ------ customTag9 [1|2|7|✓|x|4 Mar 1999]
+customText4 2 7 7 100 ------ customText4 [1|2|7|✓|x|4 Mar 1999]
+noSuchField 1 7 7 100 ------ noSuchField [1|2|7|✓|x|4 Mar 1999]
+(empty) 1 7 7 100 ------  [1|2|7|✓|x|4 Mar 1999]
+personal addressBookID,borrowedBy,borrowedOn,collectionID,comments,dateAdded,dateEdited,dueDate,extraData,hasMovieLink,itunes,lastPlayed,lastUsedCount,lastUsed,lentHistory,links,location,lowestNewPrice,lowestUsedPrice,paid,purchasedOn,purchasedAt,rating,sortTitle,status,tags,uid,uploaded,url,onSale,hasBeenSold,soldOn,askingPrice,buyerAddress,buyerEmail,buyerName,placedForSaleAt,soldPrice,sortArtist
+fullscreen title,artist,composer,label,conductor,genre,duration,releaseDate,awards,location,collectionNames,custom1,custom2,summary
+rss artist,label,composer,genre,duration,price
+columns arrangedBy,artist,awards,borrowedBy,borrowedOn,collectionID,collectionNames,comments,composer,conductor,custom1,custom2,customCheckbox1,customDate1,customTag1,customText1,dateAdded,dateEdited,discs,dogTag,duration,format,genre,label,lastPlayed,location,mixedBy,myRating,numberOfTracks,originalReleaseDate,paid,price,producer,purchasedAt,purchasedOn,rating,releaseDate,statusImage,summary,tags,lastUsedCount,title,upc,url
+smart arrangedBy,artist,asin,awards,borrowedBy,borrowedOn,catalogNumber,collectionID,collections,comments,composer,conductor,custom1,custom10,custom2,custom3,custom4,custom5,custom6,custom7,custom8,custom9,customCheckbox1,customCheckbox2,customDate1,customDate2,customTag1,customTag2,customText1,customText2,dateAdded,dateEdited,discID,discs,dogTag,dueDate,duration,format,genre,hasCoverImage,label,lastPlayed,linksSet.url,linksSet.type,linksSet,lentHistorySet,location,mixedBy,myRating,numberOfTracks,originalReleaseDate,paid,price,producer,purchasedAt,purchasedOn,rating,releaseDate,sortArtist,sortTitle,summary,tags,lastUsedCount,title,tracksSet.artist,tracksSet.composer,tracksSet,upc,url,lastUsedSet)").split(u'\n');
+  ASSERT_EQ(lines.size(), expected.size());
+  for (qsizetype i = 0; i < lines.size(); ++i) EXPECT_EQ(lines[i], expected[i]);
+}
+
+// A sample of each kind that its JSON and its store column must carry unchanged.
+QVariant sampleOf(AttributeKind kind) {
+  switch (kind) {
+    case AttributeKind::Text: return QStringLiteral("Caf\u00E9 \"Blue\"");
+    case AttributeKind::NumberText: return QStringLiteral("12.50");
+    case AttributeKind::TimeText: return QStringLiteral("41:07");
+    case AttributeKind::Date: return QDateTime(QDate(1958, 1, 13), QTime(10, 20, 30), QTimeZone::utc());
+    case AttributeKind::Integer: return qint64(-7);
+    case AttributeKind::Boolean: return true;
+  }
+  return {};
+}
+
+QJsonObject entryAsJson(Entry& entry, Store& store) {
+  std::FILE* file = std::tmpfile();
+  {
+    JsonWriter json(file);
+    writeEntryJson(json, entry, store);
+  }
+  std::rewind(file);
+  QByteArray text;
+  char buffer[4096];
+  for (size_t n; (n = std::fread(buffer, 1, sizeof buffer, file)) > 0;) text.append(buffer, qsizetype(n));
+  std::fclose(file);
+  return QJsonDocument::fromJson(text).object();
+}
+
+TEST_F(MyFieldsControllerTest, EveryFieldBehavesAsItsRowSays) {
+  QTemporaryDir storeDir;
+  const QString path = storeDir.filePath(QStringLiteral("Fields.sqlite"));
+  const QString createEntries = StoreSchema::createStatements().first();
+  const EntitySchema& schema = EntitySchema::cd();
+  qint64 uid = 0;
+  {
+    Store store;
+    ASSERT_TRUE(store.open(path).ok());
+    Entry* entry = store.insertEntry();
+    uid = entry->uid();
+    for (const MusicField& field : MusicFields::all()) {
+      if (field.kind) {
+        ASSERT_TRUE(entry->setValue(field.key, sampleOf(*field.kind))) << field.key.toStdString();
+      }
+    }
+    ASSERT_TRUE(store.save());
+  }
+  Store store;
+  ASSERT_TRUE(store.open(path).ok());
+  Entry* entry = store.entryWithUID(uid);
+  ASSERT_NE(entry, nullptr);
+  const QJsonObject json = entryAsJson(*entry, store);
+
+  int column = 0;
+  for (const MusicField& field : MusicFields::all()) {
+    SCOPED_TRACE(field.key.toStdString());
+    EXPECT_EQ(controller.fieldTypeForIdentifier(field.key), field.editType);
+    EXPECT_EQ(controller.columnType(field.key, true), field.columnType);
+    EXPECT_EQ(controller.localizedColumnName(field.key), field.title);
+    EXPECT_EQ(identifiersOf(controller.allFields()).contains(field.key), field.panelPosition > 0);
+    if (!field.kind) {
+      EXPECT_TRUE(schema.isDerived(field.key));
+      continue;
+    }
+    // Stored fields are the entries table's columns, in the table's order and of their kind's type.
+    EXPECT_EQ(schema.indexOf(field.key), column++);
+    EXPECT_EQ(schema.attributes()[size_t(schema.indexOf(field.key))].kind, *field.kind);
+    const ValueKind& kind = ValueKind::of(*field.kind);
+    EXPECT_TRUE(createEntries.contains(QStringLiteral("\"%1\" %2").arg(field.key, kind.sqlType())));
+    // What is saved comes back, and what the command line prints reads back as the same value.
+    const QVariant sample = sampleOf(*field.kind);
+    EXPECT_EQ(entry->value(field.key), sample);
+    ASSERT_TRUE(json.contains(field.key));
+    EXPECT_EQ(AttributeInput::read(*field.kind, json.value(field.key).toVariant()), sample);
+  }
+  EXPECT_EQ(column, int(schema.attributes().size()));
 }
 
 }  // namespace

@@ -1,0 +1,97 @@
+#pragma once
+
+#include <QString>
+
+// The keys of the music entry's fields, stored and derived, as the catalogue and its files name
+// them. MusicFields says what each one is.
+namespace CdKeys {
+inline const QString title = QStringLiteral("title");
+inline const QString sortTitle = QStringLiteral("sortTitle");
+inline const QString artist = QStringLiteral("artist");
+inline const QString sortArtist = QStringLiteral("sortArtist");
+inline const QString composer = QStringLiteral("composer");
+inline const QString conductor = QStringLiteral("conductor");
+inline const QString producer = QStringLiteral("producer");
+inline const QString mixedBy = QStringLiteral("mixedBy");
+inline const QString arrangedBy = QStringLiteral("arrangedBy");
+inline const QString label = QStringLiteral("label");
+inline const QString genre = QStringLiteral("genre");
+inline const QString format = QStringLiteral("format");
+inline const QString releaseDate = QStringLiteral("releaseDate");
+inline const QString originalReleaseDate = QStringLiteral("originalReleaseDate");
+inline const QString duration = QStringLiteral("duration");
+inline const QString numberOfTracks = QStringLiteral("numberOfTracks");
+inline const QString discs = QStringLiteral("discs");
+inline const QString discID = QStringLiteral("discID");
+inline const QString upc = QStringLiteral("upc");
+inline const QString asin = QStringLiteral("asin");
+inline const QString catalogNumber = QStringLiteral("catalogNumber");
+inline const QString price = QStringLiteral("price");
+inline const QString paid = QStringLiteral("paid");
+inline const QString rating = QStringLiteral("rating");
+inline const QString myRating = QStringLiteral("myRating");
+inline const QString awards = QStringLiteral("awards");
+inline const QString comments = QStringLiteral("comments");
+inline const QString summary = QStringLiteral("summary");
+inline const QString tags = QStringLiteral("tags");
+inline const QString url = QStringLiteral("url");
+inline const QString location = QStringLiteral("location");
+inline const QString collectionID = QStringLiteral("collectionID");
+inline const QString purchasedAt = QStringLiteral("purchasedAt");
+inline const QString purchasedOn = QStringLiteral("purchasedOn");
+inline const QString borrowedBy = QStringLiteral("borrowedBy");
+inline const QString borrowedOn = QStringLiteral("borrowedOn");
+inline const QString dueDate = QStringLiteral("dueDate");
+inline const QString lastPlayed = QStringLiteral("lastPlayed");
+inline const QString dateAdded = QStringLiteral("dateAdded");
+inline const QString dateEdited = QStringLiteral("dateEdited");
+inline const QString status = QStringLiteral("status");
+inline const QString itunes = QStringLiteral("itunes");
+inline const QString custom1 = QStringLiteral("custom1");
+inline const QString custom2 = QStringLiteral("custom2");
+inline const QString custom3 = QStringLiteral("custom3");
+inline const QString custom4 = QStringLiteral("custom4");
+inline const QString custom5 = QStringLiteral("custom5");
+inline const QString custom6 = QStringLiteral("custom6");
+inline const QString custom7 = QStringLiteral("custom7");
+inline const QString custom8 = QStringLiteral("custom8");
+inline const QString custom9 = QStringLiteral("custom9");
+inline const QString custom10 = QStringLiteral("custom10");
+inline const QString customDate1 = QStringLiteral("customDate1");
+inline const QString customCheckbox1 = QStringLiteral("customCheckbox1");
+inline const QString customTag1 = QStringLiteral("customTag1");
+inline const QString customText1 = QStringLiteral("customText1");
+inline const QString customDate2 = QStringLiteral("customDate2");
+inline const QString customCheckbox2 = QStringLiteral("customCheckbox2");
+inline const QString customTag2 = QStringLiteral("customTag2");
+inline const QString customText2 = QStringLiteral("customText2");
+inline const QString addressBookID = QStringLiteral("addressBookID");
+inline const QString extraData = QStringLiteral("extraData");
+inline const QString hasMovieLink = QStringLiteral("hasMovieLink");
+inline const QString lastUsedCount = QStringLiteral("lastUsedCount");
+inline const QString lastUsed = QStringLiteral("lastUsed");
+inline const QString lowestNewPrice = QStringLiteral("lowestNewPrice");
+inline const QString lowestUsedPrice = QStringLiteral("lowestUsedPrice");
+inline const QString uploaded = QStringLiteral("uploaded");
+inline const QString onSale = QStringLiteral("onSale");
+inline const QString hasBeenSold = QStringLiteral("hasBeenSold");
+inline const QString soldOn = QStringLiteral("soldOn");
+inline const QString askingPrice = QStringLiteral("askingPrice");
+inline const QString buyerAddress = QStringLiteral("buyerAddress");
+inline const QString buyerEmail = QStringLiteral("buyerEmail");
+inline const QString buyerName = QStringLiteral("buyerName");
+inline const QString placedForSaleAt = QStringLiteral("placedForSaleAt");
+inline const QString soldPrice = QStringLiteral("soldPrice");
+inline const QString dogTag = QStringLiteral("dogTag");
+inline const QString localeLanguage = QStringLiteral("localeLanguage");
+inline const QString releaseID = QStringLiteral("releaseID");
+inline const QString musicBrainzDiscID = QStringLiteral("musicBrainzDiscID");
+inline const QString barcodeSource = QStringLiteral("barcodeSource");
+inline const QString uid = QStringLiteral("uid");
+inline const QString statusImage = QStringLiteral("statusImage");
+inline const QString collectionNames = QStringLiteral("collectionNames");
+inline const QString hasCoverImage = QStringLiteral("hasCoverImage");
+inline const QString rated = QStringLiteral("rated");
+inline const QString links = QStringLiteral("links");
+inline const QString lentHistory = QStringLiteral("lentHistory");
+}  // namespace CdKeys
