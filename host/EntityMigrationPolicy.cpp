@@ -1,10 +1,10 @@
 #include "EntityMigrationPolicy.h"
 
 #include "Entry.h"
-#include "MigrationManager.h"
+#include "MigrationSource.h"
 
 bool EntityMigrationPolicy::createRelationshipsForDestinationInstance(Entry& destination, const EntityMapping& mapping,
-                                                                      MigrationManager& manager, QString* error) {
+                                                                      MigrationSource& manager, QString* error) {
   if (!manager.hasSourceForDestination(destination)) {
     if (error)
       *error = QStringLiteral("%1: entry %2 has no source row").arg(mapping.name).arg(destination.uid());

@@ -3,7 +3,7 @@
 #include <QString>
 
 class Entry;
-class MigrationManager;
+class MigrationSource;
 
 // Names the entity pair one migration step maps.
 struct EntityMapping {
@@ -19,5 +19,5 @@ class EntityMigrationPolicy {
   virtual ~EntityMigrationPolicy() = default;
   // Called once per destination entry, after every destination instance exists.
   virtual bool createRelationshipsForDestinationInstance(Entry& destination, const EntityMapping& mapping,
-                                                         MigrationManager& manager, QString* error);
+                                                         MigrationSource& manager, QString* error);
 };

@@ -1,5 +1,6 @@
 #include "MigrationManager.h"
 
+#include "EntityMigrationPolicy.h"
 #include "Entry.h"
 #include "EntryWriter.h"
 #include "ModelKeys.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "EntityMigrationPolicy.h"
+#include "MigrationSource.h"
 
 #include <QHash>
 #include <memory>
@@ -8,6 +8,7 @@
 #include <vector>
 
 class Entry;
+class EntityMigrationPolicy;
 class Link;
 class SqliteDatabase;
 class Track;
@@ -15,7 +16,7 @@ class Track;
 // Converts a version-4 catalogue to version 5, the first step of the upgrade chain, inside the
 // transaction the chain opens: the old tables are read, every entry is made anew, the entity
 // policy runs for each, and the version-5 tables replace the old ones.
-class MigrationManager {
+class MigrationManager : public MigrationSource {
  public:
   MigrationManager(SqliteDatabase& db, std::shared_ptr<EntityMigrationPolicy> policy);
   ~MigrationManager();
@@ -23,11 +24,9 @@ class MigrationManager {
   // False with the reason on any failure; the caller rolls the transaction back.
   bool migrate(QString* error);
 
-  // For the policies: whether a destination entry was made from a source row, and the tracks
-  // and links made from that row's related rows (handed over once).
-  bool hasSourceForDestination(const Entry& destination) const;
-  std::vector<std::unique_ptr<Track>> takeTracksFor(const Entry& destination);
-  std::vector<std::unique_ptr<Link>> takeLinksFor(const Entry& destination);
+  bool hasSourceForDestination(const Entry& destination) const override;
+  std::vector<std::unique_ptr<Track>> takeTracksFor(const Entry& destination) override;
+  std::vector<std::unique_ptr<Link>> takeLinksFor(const Entry& destination) override;
 
   // The phases, public so that tests can drive a policy against a half-made migration.
   bool createDestinationInstances(QString* error);

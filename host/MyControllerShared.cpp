@@ -354,7 +354,9 @@ void MyControllerShared::setNumberOfSelectedInFooter() {
 void MyControllerShared::printCollection() {}
 
 PrintController& MyControllerShared::sharedPrint() {
-  if (!print_) print_ = std::make_unique<PrintController>(*this);
+  if (!print_)
+    print_ = std::make_unique<PrintController>(PrintController::Services{
+        strings_, settings_, windowSystem_, fieldsController_.get(), collections_, entriesController_, store_});
   return *print_;
 }
 

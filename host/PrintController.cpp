@@ -1,13 +1,16 @@
 #include "PrintController.h"
 
 #include "CdKeys.h"
+#include "CollectionsController.h"
 #include "CoverSheetPrinter.h"
+#include "EntriesController.h"
 #include "Entry.h"
-#include "MyControllerShared.h"
 #include "MyFieldsControllerShared.h"
 #include "PrintPageFrame.h"
 #include "Settings.h"
 #include "StatusImage.h"
+#include "Store.h"
+#include "StringTable.h"
 #include "ValueKind.h"
 #include "WindowSystem.h"
 
@@ -33,7 +36,7 @@ QPageSize localPaperSize() {
 }  // namespace
 
 QString PrintController::localized(const QString& key) const {
-  return controller_.frameworkBundle().localizedString(key);
+  return services_.strings.localizedString(key);
 }
 
 bool PrintController::fail(const QString& message) {
@@ -41,12 +44,12 @@ bool PrintController::fail(const QString& message) {
   return false;
 }
 
-Settings& PrintController::settings() const { return controller_.preferencesStandard(); }
+Settings& PrintController::settings() const { return services_.settings; }
 
 void PrintController::printDialog() {
   lastError_.clear();
   lastPageCount_ = 0;
-  WindowSystem& windowSystem = controller_.windowSystem();
+  WindowSystem& windowSystem = services_.windowSystem;
   const std::optional<PrintRequest> request = windowSystem.runPrintDialog(*this);
   if (!request) return;
   if (!print(*request) && !lastError_.isEmpty())
@@ -56,7 +59,7 @@ void PrintController::printDialog() {
 
 std::vector<CollectionPrinter::Column> PrintController::columnsOfLayout(int index) const {
   const EntitySchema& schema = EntitySchema::cd();
-  MyFieldsControllerShared* fields = controller_.fieldsController();
+  MyFieldsControllerShared* fields = services_.fields;
   std::vector<CollectionPrinter::Column> columns;
   auto add = [&](const QString& identifier, double width) {
     if (!schema.has(identifier) || !isSize(width)) return;
@@ -82,7 +85,7 @@ std::vector<CollectionPrinter::Column> PrintController::columnsOfLayout(int inde
 }
 
 QSizeF PrintController::coverSize() const {
-  const Settings& settings = controller_.preferencesStandard();
+  const Settings& settings = services_.settings;
   double width = settings.stringForKey(coverWidthKey).trimmed().toDouble();
   double height = settings.stringForKey(coverHeightKey).trimmed().toDouble();
   const double ratio = isSize(coverRatio_) ? coverRatio_ : 1.0;
@@ -97,7 +100,7 @@ bool PrintController::print(const PrintRequest& request) {
   lastPageCount_ = 0;
   if (!request.covers && (request.layout < 0 || request.layout >= layouts_.size()))
     return fail(localized(QStringLiteral("There is no such print layout.")));
-  const Collection* collection = controller_.collections().selectedCollection();
+  const Collection* collection = services_.collections.selectedCollection();
   const QString title = collection ? collection->name() : localized(QStringLiteral("All Entries"));
   const QPageLayout::Orientation orientation = request.landscape ? QPageLayout::Landscape : QPageLayout::Portrait;
 
@@ -141,7 +144,7 @@ bool PrintController::print(const PrintRequest& request) {
 
 int PrintController::render(QPagedPaintDevice& device, const PrintRequest& request, const QString& title,
                             bool* stopped) {
-  const std::vector<Entry*>& entries = controller_.entriesController().arrangedObjects();
+  const std::vector<Entry*>& entries = services_.entries.arrangedObjects();
   const QString count = entries.size() == 1 ? localized(QStringLiteral("1 entry"))
                                             : localized(QStringLiteral("%1 entries")).arg(entries.size());
   const QString what = request.covers ? localized(QStringLiteral("Covers"))
@@ -152,7 +155,7 @@ int PrintController::render(QPagedPaintDevice& device, const PrintRequest& reque
       device, {title, subtitle.join(QStringLiteral("  \u00b7  ")), localized(QStringLiteral("Page %1 of %2"))});
   if (!frame.begin()) return 0;
 
-  WindowSystem& windowSystem = controller_.windowSystem();
+  WindowSystem& windowSystem = services_.windowSystem;
   windowSystem.showProgressSheet(localized(QStringLiteral("Printing")), title, 0);
   const QString pageText = localized(QStringLiteral("Page %1 of %2"));
   auto pageDone = [&](int done, int pageCount) {
@@ -162,7 +165,7 @@ int PrintController::render(QPagedPaintDevice& device, const PrintRequest& reque
   };
   int pages = 0;
   if (request.covers) {
-    const Store& store = controller_.managedObjectContext();
+    const Store& store = services_.store;
     std::vector<CoverSheetPrinter::Cover> covers;
     covers.reserve(entries.size());
     for (Entry* e : entries)
@@ -170,7 +173,7 @@ int PrintController::render(QPagedPaintDevice& device, const PrintRequest& reque
                         e->stringValue(CdKeys::artist)});
     pages = CoverSheetPrinter(frame, coverSize(), localized(QStringLiteral("No Cover"))).print(covers, pageDone);
   } else {
-    MyFieldsControllerShared* fields = controller_.fieldsController();
+    MyFieldsControllerShared* fields = services_.fields;
     auto cellText = [fields](Entry& entry, const QString& identifier) {
       const QVariant value = entry.value(identifier);
       return fields ? fields->displayStringForValue(identifier, value) : value.toString();

@@ -8,8 +8,13 @@
 #include <QVariantList>
 #include <vector>
 
-class MyControllerShared;
+class CollectionsController;
+class EntriesController;
+class MyFieldsControllerShared;
 class Settings;
+class Store;
+class StringTable;
+class WindowSystem;
 class QPagedPaintDevice;
 
 // The shared print panel. The product hands it its list layouts and cover settings; the window
@@ -27,7 +32,18 @@ class PrintController {
   static inline const QString layoutDescriptionKey = QStringLiteral("description");
   static inline const QString layoutColumnsKey = QStringLiteral("columns");
 
-  explicit PrintController(MyControllerShared& controller) : controller_(controller) {}
+  // The framework's parts the panel reads; the field catalogue may be absent.
+  struct Services {
+    const StringTable& strings;
+    Settings& settings;
+    WindowSystem& windowSystem;
+    MyFieldsControllerShared* fields;
+    const CollectionsController& collections;
+    EntriesController& entries;
+    const Store& store;
+  };
+
+  explicit PrintController(Services services) : services_(services) {}
 
   // The line shown under the cover size fields.
   QString coverDescriptionField;
@@ -56,7 +72,7 @@ class PrintController {
   QString localized(const QString& key) const;
   bool fail(const QString& message);
 
-  MyControllerShared& controller_;
+  Services services_;
   QVariantList layouts_;
   double coverRatio_ = 1.0;
   QString lastError_;

@@ -35,7 +35,7 @@ int Entry::countOfSet(const QString& key) {
 
 Track* Entry::addTrack(std::unique_ptr<Track> track) {
   fault();
-  track->entry_ = this;
+  track->owner_ = this;
   tracks_.push_back(std::move(track));
   relationshipDidChange(ModelKeys::tracksSet, true);
   return tracks_.back().get();
@@ -43,7 +43,7 @@ Track* Entry::addTrack(std::unique_ptr<Track> track) {
 
 Link* Entry::addLink(std::unique_ptr<Link> link) {
   fault();
-  link->entry_ = this;
+  link->owner_ = this;
   links_.push_back(std::move(link));
   relationshipDidChange(ModelKeys::linksSet, true);
   return links_.back().get();
@@ -92,8 +92,8 @@ void Entry::adoptLoadedRelationships(std::vector<std::unique_ptr<Track>> tracks,
   relationshipsLoaded_ = true;
   tracks_ = std::move(tracks);
   links_ = std::move(links);
-  for (auto& t : tracks_) t->entry_ = this;
-  for (auto& l : links_) l->entry_ = this;
+  for (auto& t : tracks_) t->owner_ = this;
+  for (auto& l : links_) l->owner_ = this;
 }
 
 void Entry::unloadRelationships() {

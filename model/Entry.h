@@ -2,6 +2,7 @@
 
 #include "Link.h"
 #include "ManagedObject.h"
+#include "RelationshipOwner.h"
 #include "Track.h"
 
 #include <atomic>
@@ -12,7 +13,7 @@ class ObjectContext;
 
 // One catalogue entry, entity "CD": an album or disc set with its tracks and links. Tracks and
 // links are loaded from the store the first time they are asked for.
-class Entry : public ManagedObject {
+class Entry : public ManagedObject, public RelationshipOwner {
  public:
   explicit Entry(qint64 uid, ObjectContext* context = nullptr);
   ~Entry() override;
@@ -40,7 +41,7 @@ class Entry : public ManagedObject {
   // Lets saved, unchanged tracks and links go again; the next use loads them anew. Only for an
   // entry of a store whose relationships were loaded and not changed since (TransientRelationships).
   void unloadRelationships();
-  void relationshipDidChange(const QString& key, bool notify);
+  void relationshipDidChange(const QString& key, bool notify) override;
 
  protected:
   QVariant derivedValue(const QString& key) const override;

@@ -1,13 +1,13 @@
 #include "Link.h"
 
-#include "Entry.h"
+#include "RelationshipOwner.h"
 #include "ModelKeys.h"
 
 #include <QFileInfo>
 #include <QStringList>
 
 void Link::didChange(const QString&, bool notify) {
-  if (entry_) entry_->relationshipDidChange(ModelKeys::linksSet, notify);
+  if (owner_) owner_->relationshipDidChange(ModelKeys::linksSet, notify);
 }
 
 const QStringList& Link::musicFileExtensions() {

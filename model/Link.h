@@ -5,12 +5,12 @@
 #include <QStringList>
 
 class Entry;
+class RelationshipOwner;
 
 // One link of an entry: "name", "url", "type", "position".
 class Link : public ManagedObject {
  public:
   Link() : ManagedObject(EntitySchema::link()) {}
-  Entry* entry() const { return entry_; }
   // The extensions, in lower case, of the audio files that imports take: the one list for a
   // single file, a folder's walk and the import panel.
   static const QStringList& musicFileExtensions();
@@ -22,5 +22,5 @@ class Link : public ManagedObject {
 
  private:
   friend class Entry;
-  Entry* entry_ = nullptr;
+  RelationshipOwner* owner_ = nullptr;
 };

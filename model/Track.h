@@ -3,12 +3,12 @@
 #include "ManagedObject.h"
 
 class Entry;
+class RelationshipOwner;
 
 // One track of an entry: "name", "position", "duration", "artist", "composer".
 class Track : public ManagedObject {
  public:
   Track() : ManagedObject(EntitySchema::track()) {}
-  Entry* entry() const { return entry_; }
   qint64 position() const { return value(QStringLiteral("position")).toLongLong(); }
 
  protected:
@@ -16,5 +16,5 @@ class Track : public ManagedObject {
 
  private:
   friend class Entry;
-  Entry* entry_ = nullptr;
+  RelationshipOwner* owner_ = nullptr;
 };

@@ -5,7 +5,7 @@
 #include "ModelKeys.h"
 
 bool Disc4ToDisc5::createRelationshipsForDestinationInstance(Entry& destination, const EntityMapping& mapping,
-                                                             MigrationManager& manager, QString* error) {
+                                                             MigrationSource& manager, QString* error) {
   if (!EntityMigrationPolicy::createRelationshipsForDestinationInstance(destination, mapping, manager, error)) return false;
   const int tracks = destination.countOfSet(ModelKeys::tracksSet);
   if (tracks != 0) destination.setPrimitiveValue(QStringLiteral("numberOfTracks"), QString::number(unsigned(tracks)));

@@ -6,5 +6,5 @@
 class Disc4ToDisc5 : public EntityMigrationPolicy {
  public:
   bool createRelationshipsForDestinationInstance(Entry& destination, const EntityMapping& mapping,
-                                                 MigrationManager& manager, QString* error) override;
+                                                 MigrationSource& manager, QString* error) override;
 };
