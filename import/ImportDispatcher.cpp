@@ -1,6 +1,7 @@
 #include "ImportDispatcher.h"
 
 #include "AudioFileImport.h"
+#include "CdKeys.h"
 #include "CollectionsController.h"
 #include "DiscogsImporter.h"
 #include "EntriesController.h"
@@ -197,13 +198,13 @@ bool ImportDispatcher::openCardAtPath(const QString& path) {
 
 bool ImportDispatcher::findEntry(const QVariantMap& description) {
   Entry* found = nullptr;
-  if (description.contains(QStringLiteral("uid"))) found = services_.store.entryWithUID(description.value("uid").toLongLong());
-  const QString title = description.value(QStringLiteral("title")).toString();
-  const QString artist = description.value(QStringLiteral("artist")).toString();
+  if (description.contains(CdKeys::uid)) found = services_.store.entryWithUID(description.value(CdKeys::uid).toLongLong());
+  const QString title = description.value(CdKeys::title).toString();
+  const QString artist = description.value(CdKeys::artist).toString();
   if (!found && !title.isEmpty()) {
     for (Entry* e : services_.store.entries()) {
-      if (e->stringValue(QStringLiteral("title")).compare(title, Qt::CaseInsensitive) == 0 &&
-          (artist.isEmpty() || e->stringValue(QStringLiteral("artist")).compare(artist, Qt::CaseInsensitive) == 0)) {
+      if (e->stringValue(CdKeys::title).compare(title, Qt::CaseInsensitive) == 0 &&
+          (artist.isEmpty() || e->stringValue(CdKeys::artist).compare(artist, Qt::CaseInsensitive) == 0)) {
         found = e;
         break;
       }
