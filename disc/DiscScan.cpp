@@ -2,7 +2,6 @@
 
 #include "AddPanel.h"
 #include "CdKeys.h"
-#include "CollectionTotals.h"
 #include "Freedb.h"
 #include "MusicPlayer.h"
 #include "Platform.h"
@@ -10,6 +9,7 @@
 #include "Settings.h"
 #include "SettingsKeys.h"
 #include "StringTable.h"
+#include "TrackData.h"
 #include "NaturalDate.h"
 #include "WindowSystem.h"
 
@@ -202,7 +202,7 @@ std::optional<QVariantMap> DiscScan::dictionaryFromPlayerItems(const QVariantLis
     }
     if (!artists.isEmpty()) albumArtist = artistsVary ? QStringLiteral("Various") : artists.first();
     result[tracksKey] = tracks;
-    if (const QString total = CollectionTotals::totalDuration(tracks); !total.isNull()) result[QStringLiteral("duration")] = total;
+    if (const QString total = TrackData::playerTotalDuration(tracks); !total.isNull()) result[QStringLiteral("duration")] = total;
   }
   result[CdKeys::title] = items.at(0).toString();
   result[CdKeys::genre] = items.at(1).toString();

@@ -17,6 +17,18 @@ QString TrackData::totalDuration(const QVariantList& tracks) {
   return any ? TimeText::timeStringWithSeconds(seconds) : QString();
 }
 
+QString TrackData::playerTotalDuration(const QVariantList& tracks) {
+  // 32-bit unsigned on purpose: the sum wraps as it always has rather than go negative.
+  const auto secondsOf = [](const QString& text) {
+    const qsizetype colon = text.indexOf(QLatin1Char(':'));
+    if (colon < 0) return quint32(NumberText::myIntValue(text));
+    return 60u * quint32(NumberText::myIntValue(text.left(colon))) + quint32(NumberText::myIntValue(text.mid(colon + 1)));
+  };
+  quint32 seconds = 0;
+  for (const QVariant& t : tracks) seconds += secondsOf(t.toMap().value(QStringLiteral("duration")).toString());
+  return seconds ? TimeText::timeStringWithSeconds(seconds) : QString();
+}
+
 void TrackData::loadItunes() {
   QVariantList library = platform_.musicLibraryTracks();
   QSet<QPair<QString, QString>> index;

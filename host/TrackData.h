@@ -21,6 +21,9 @@ class TrackData {
   // The same for any track dictionaries. Times are read as a person types them, so "1:02:03" is
   // an hour; the sum saturates rather than overflow.
   static QString totalDuration(const QVariantList& tracks);
+  // The music player's track times summed, or a null text when 0. Only the first ":" counts, as
+  // the player writes them, so "1:02:03" is 1 minute 2 seconds.
+  static QString playerTotalDuration(const QVariantList& tracks);
   // Gives track k the k-th duration, adding tracks that have only a duration when there are more
   // durations than tracks.
   void setDurationCD(const QStringList& durations);

@@ -170,7 +170,7 @@ QStringList MyController::commonAttributesForNamingNewCollection() const {
           CdKeys::arrangedBy, CdKeys::producer, CdKeys::mixedBy,  CdKeys::awards,    CdKeys::genre};
 }
 
-QString MyController::totalDuration(const QVariantList& tracks) { return CollectionTotals::totalDuration(tracks); }
+QString MyController::totalDuration(const QVariantList& tracks) { return TrackData::playerTotalDuration(tracks); }
 
 HtmlExport::Services MyController::htmlExportServices() {
   return {

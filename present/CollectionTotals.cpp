@@ -21,13 +21,6 @@ qint64 saturated(Wide n) {
   return qint64(std::clamp<Wide>(n, std::numeric_limits<qint64>::min(), std::numeric_limits<qint64>::max()));
 }
 
-// 32-bit unsigned on purpose: totals wrap as they always have rather than go negative.
-quint32 secondsOfTrackTime(const QString& text) {
-  const qsizetype colon = text.indexOf(QLatin1Char(':'));
-  if (colon < 0) return quint32(NumberText::myIntValue(text));
-  return 60u * quint32(NumberText::myIntValue(text.left(colon))) + quint32(NumberText::myIntValue(text.mid(colon + 1)));
-}
-
 }  // namespace
 
 QVariantMap CollectionTotals::totals(const std::vector<Entry*>& entries, bool footer, const QList<bool>& bottomFields,
@@ -89,11 +82,4 @@ QString CollectionTotals::footer(const QVariantMap& totals, const QList<bool>& b
   if (totals.contains(QStringLiteral("totalPaid"))) items << QStringLiteral("%1: %2").arg(word("Spent"), text("totalPaid"));
   if (totals.contains(QStringLiteral("totalDuration"))) items << text("totalDuration");
   return items.join(QStringLiteral(" | "));
-}
-
-QString CollectionTotals::totalDuration(const QVariantList& trackDictionaries) {
-  quint32 seconds = 0;
-  for (const QVariant& t : trackDictionaries)
-    seconds += secondsOfTrackTime(t.toMap().value(QStringLiteral("duration")).toString());
-  return seconds ? TimeText::timeStringWithSeconds(seconds) : QString();
 }

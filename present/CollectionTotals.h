@@ -25,11 +25,6 @@ class CollectionTotals : public TotalsProvider {
   // The footer line of totals computed with footer on.
   QString footer(const QVariantMap& totals, const QList<bool>& bottomFields, bool multipleSelection) const override;
 
-  // The summed play time of the music player's tracks, or a null text when it is 0. Only the
-  // first ":" of a time counts, so "1:02:03" is read as 1 minute 2 seconds; times a person typed
-  // are summed by TrackData::totalDuration.
-  static QString totalDuration(const QVariantList& trackDictionaries);
-
  private:
   const StringTable& strings_;
   EntryFigures figures_;
