@@ -233,11 +233,20 @@ qint64 Store::nextUID() {
   return uidBlockNext_++;
 }
 
-Entry* Store::insertEntry() {
-  auto entry = std::make_unique<Entry>(nextUID(), this);
+Entry* Store::insertEntry() { return insertEntry(nextUID()); }
+
+Entry* Store::insertEntry(qint64 uid) {
+  if (byUID_.count(uid)) return nullptr;
+  auto entry = std::make_unique<Entry>(uid, this);
   entry->adoptLoadedRelationships({}, {});
   Entry* raw = entry.get();
-  entries_.push_back(raw);
+  // Fresh uids are the highest; one given back goes to its place.
+  if (entries_.empty() || entries_.back()->uid() < uid)
+    entries_.push_back(raw);
+  else
+    entries_.insert(std::lower_bound(entries_.begin(), entries_.end(), uid,
+                                     [](const Entry* e, qint64 u) { return e->uid() < u; }),
+                    raw);
   byUID_.emplace(raw->uid(), std::move(entry));
   changed_.insert(raw->uid());
   relationshipsChanged_.insert(raw->uid());

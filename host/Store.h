@@ -45,6 +45,9 @@ class Store : public ObjectContext {
 
   // A new entry ("CD") with a fresh uid; it is written at the next save.
   Entry* insertEntry();
+  // An empty entry under a uid no entry holds, such as one deleted earlier (an undone delete);
+  // nullptr when the uid is taken.
+  Entry* insertEntry(qint64 uid);
   void deleteEntry(Entry* entry);
   static std::unique_ptr<Track> newTrack();
   static std::unique_ptr<Link> newLink();

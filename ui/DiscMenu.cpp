@@ -1,5 +1,6 @@
 #include "DiscMenu.h"
 
+#include "CatalogueHistory.h"
 #include "EntryEditor.h"
 #include "Freedb.h"
 #include "InternetSearchDialog.h"
@@ -9,8 +10,8 @@
 #include <QMenu>
 #include <set>
 
-DiscMenu::DiscMenu(MyController& controller, QWidget* window, QMenu* menu)
-    : QObject(window), controller_(controller), window_(window) {
+DiscMenu::DiscMenu(MyController& controller, CatalogueHistory& history, QWidget* window, QMenu* menu)
+    : QObject(window), controller_(controller), history_(history), window_(window) {
   menu->addAction(tr("&Scan Disc"), QKeySequence(Qt::CTRL | Qt::Key_K), this, &DiscMenu::scanDisc)
       ->setObjectName(QStringLiteral("scanDisc"));
   menu->addAction(tr("&Eject"), this, &DiscMenu::ejectDisc)->setObjectName(QStringLiteral("ejectDisc"));
@@ -20,18 +21,20 @@ DiscMenu::DiscMenu(MyController& controller, QWidget* window, QMenu* menu)
 }
 
 void DiscMenu::scanDisc() {
-  auto& entries = controller_.managedObjectContext().entries();
-  const std::set<Entry*> before(entries.begin(), entries.end());
-  controller_.scanDisc();
-  std::vector<Entry*> added;
-  for (Entry* entry : controller_.managedObjectContext().entries()) {
-    if (!before.count(entry)) added.push_back(entry);
-  }
-  if (!added.empty()) {
-    controller_.saveManagedObjectContext();
-    showAddedEntries(added);
-  }
-  showAddPanel();
+  history_.record(tr("Scan Disc"), {}, [this] {
+    auto& entries = controller_.managedObjectContext().entries();
+    const std::set<Entry*> before(entries.begin(), entries.end());
+    controller_.scanDisc();
+    std::vector<Entry*> added;
+    for (Entry* entry : controller_.managedObjectContext().entries()) {
+      if (!before.count(entry)) added.push_back(entry);
+    }
+    if (!added.empty()) {
+      controller_.saveManagedObjectContext();
+      showAddedEntries(added);
+    }
+    showAddPanel();
+  });
 }
 
 void DiscMenu::ejectDisc() { controller_.ejectCD(); }
@@ -60,7 +63,8 @@ void DiscMenu::showAddPanel() {
   if (!controller_.addPanel().isVisible()) return;
   EntryEditor editor(controller_, nullptr, window_);
   editor.loadFromAddPanel();
-  const bool added = editor.exec() == QDialog::Accepted && editor.entry();
+  bool added = false;
+  history_.record(tr("Add Entry"), {}, [&] { added = editor.exec() == QDialog::Accepted && editor.entry(); });
   controller_.closeAddPanel();
   if (!added) return;
   showAddedEntries({editor.entry()});

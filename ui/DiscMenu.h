@@ -3,6 +3,7 @@
 #include <QObject>
 #include <vector>
 
+class CatalogueHistory;
 class Entry;
 class MyController;
 class QMenu;
@@ -15,8 +16,8 @@ class QWidget;
 class DiscMenu : public QObject {
   Q_OBJECT
  public:
-  // Dialogs open over the window.
-  DiscMenu(MyController& controller, QWidget* window, QMenu* menu);
+  // Dialogs open over the window; entries added are kept in the history as one step.
+  DiscMenu(MyController& controller, CatalogueHistory& history, QWidget* window, QMenu* menu);
 
   void scanDisc();
   void ejectDisc();
@@ -31,5 +32,6 @@ class DiscMenu : public QObject {
   void showAddedEntries(const std::vector<Entry*>& entries);
 
   MyController& controller_;
+  CatalogueHistory& history_;
   QWidget* window_;
 };

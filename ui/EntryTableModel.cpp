@@ -1,5 +1,6 @@
 #include "EntryTableModel.h"
 
+#include "CatalogueHistory.h"
 #include "CdKeys.h"
 #include "Entry.h"
 #include "FieldTypes.h"
@@ -8,11 +9,12 @@
 #include "StatusImage.h"
 
 #include <QColor>
+#include <QDateTime>
 #include <QMimeData>
 #include <QSet>
 
-EntryTableModel::EntryTableModel(MyController& controller, QObject* parent)
-    : QAbstractTableModel(parent), controller_(controller) {}
+EntryTableModel::EntryTableModel(MyController& controller, CatalogueHistory& history, QObject* parent)
+    : QAbstractTableModel(parent), controller_(controller), history_(history) {}
 
 void EntryTableModel::setColumns(const QStringList& identifiers) {
   beginResetModel();
@@ -55,6 +57,8 @@ QVariant EntryTableModel::data(const QModelIndex& index, int role) const {
       return controller_.fieldsController()->displayStringForValue(key, entry->value(key));
     case Qt::ToolTipRole:
       return controller_.fieldsController()->displayStringForValue(key, entry->value(key));
+    case Qt::EditRole:
+      return entry->stringValue(key);
     case Qt::ForegroundRole:
       return statusColour.isValid() ? QVariant(statusColour) : QVariant();
     case Qt::TextAlignmentRole: {
@@ -78,7 +82,33 @@ QVariant EntryTableModel::headerData(int section, Qt::Orientation orientation, i
 }
 
 Qt::ItemFlags EntryTableModel::flags(const QModelIndex& index) const {
-  return QAbstractTableModel::flags(index) | Qt::ItemIsDragEnabled;
+  const Qt::ItemFlags flags = QAbstractTableModel::flags(index) | Qt::ItemIsDragEnabled;
+  return index.isValid() && isEditable(columns_.value(index.column())) ? flags | Qt::ItemIsEditable : flags;
+}
+
+// Texts, numbers in text and times are typed as they are kept; dates, ratings and the status
+// have editors of their own in the panel.
+bool EntryTableModel::isEditable(const QString& key) const {
+  const int index = EntitySchema::cd().indexOf(key);
+  if (index < 0 || key == StatusImage::key) return false;
+  const AttributeKind kind = EntitySchema::cd().attributes()[size_t(index)].kind;
+  return kind == AttributeKind::Text || kind == AttributeKind::NumberText || kind == AttributeKind::TimeText;
+}
+
+bool EntryTableModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+  Entry* entry = entryAt(index.row());
+  const QString key = columns_.value(index.column());
+  if (role != Qt::EditRole || !entry || !isEditable(key)) return false;
+  const QString text = value.toString().trimmed();
+  if (text == entry->stringValue(key)) return true;
+  history_.record({}, {entry}, [&] {
+    entry->setValue(key, text.isEmpty() ? QVariant() : QVariant(text));
+    entry->setValue(CdKeys::dateEdited, QDateTime::currentDateTimeUtc());
+    controller_.addEntryToAutofill(*entry);
+    controller_.saveManagedObjectContext();
+  });
+  Q_EMIT dataChanged(index.siblingAtColumn(0), index.siblingAtColumn(columnCount() - 1));
+  return true;
 }
 
 void EntryTableModel::sort(int column, Qt::SortOrder order) {

@@ -1,5 +1,6 @@
 #include "MainWindow.h"
 
+#include "CatalogueHistory.h"
 #include "CdKeys.h"
 #include "Collection.h"
 #include "CollectionsPanel.h"
@@ -52,7 +53,10 @@ const QList<int> searchTypes = {1, 3, 4, 6, 10, 7, 8, 11, 9, 12, 5, 40, 42, 43, 
 }  // namespace
 
 MainWindow::MainWindow(MyController& controller, QtWindowSystem& windowSystem)
-    : controller_(controller), windowSystem_(windowSystem), model_(new EntryTableModel(controller, this)) {
+    : controller_(controller),
+      windowSystem_(windowSystem),
+      history_(new CatalogueHistory(controller, this)),
+      model_(new EntryTableModel(controller, *history_, this)) {
   setObjectName(QStringLiteral("mainWindow"));
   setWindowTitle(QStringLiteral("Discary"));
   setAcceptDrops(true);
@@ -87,6 +91,9 @@ MainWindow::MainWindow(MyController& controller, QtWindowSystem& windowSystem)
   buildMenus();
   connect(collections_, &CollectionsPanel::collectionChosen, this, &MainWindow::showCollection);
   connect(collections_, &CollectionsPanel::entriesDropped, this, &MainWindow::dropEntries);
+  connect(history_, &CatalogueHistory::stepApplied, this, &MainWindow::showUndoneStep);
+  // An edit in the list changes the footer's totals and the shown page.
+  connect(model_, &QAbstractItemModel::dataChanged, this, &MainWindow::selectionChanged);
   restoreState();
   collections_->reload();
   refreshList();
@@ -100,7 +107,8 @@ QWidget* MainWindow::buildListPane() {
   list_->setSortingEnabled(true);
   list_->setSelectionBehavior(QAbstractItemView::SelectRows);
   list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
-  list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  // Double-click opens the panel; F2 edits a text cell in place.
+  list_->setEditTriggers(QAbstractItemView::EditKeyPressed);
   list_->setDragEnabled(true);
   list_->setDragDropMode(QAbstractItemView::DragOnly);
   list_->setAlternatingRowColors(true);
@@ -147,11 +155,13 @@ void MainWindow::buildMenus() {
   action(file, tr("&Open Catalogue…"), QKeySequence::Open, &MainWindow::openCatalogue);
   file->addSeparator();
   action(file, tr("&Import…"), QKeySequence(tr("Ctrl+Shift+I")), [this] {
-    controller_.importCollection();
+    history_->record(tr("Import"), {}, [this] { controller_.importCollection(); });
     reloadAll();
   });
   action(file, tr("Import Music &Library…"), QKeySequence(), [this] {
-    if (!LibraryImportDialog::run(controller_, this)) return;
+    bool imported = false;
+    history_->record(tr("Import Music Library"), {}, [&] { imported = LibraryImportDialog::run(controller_, this); });
+    if (!imported) return;
     collections_->reload();
     refreshList();
   });
@@ -166,6 +176,16 @@ void MainWindow::buildMenus() {
   action(file, tr("&Quit"), QKeySequence::Quit, &QWidget::close);
 
   QMenu* edit = menuBar()->addMenu(tr("&Edit"));
+  // The stack's actions name the step ("Undo Delete") and are off when there is none.
+  QAction* undo = history_->stack().createUndoAction(this, tr("&Undo"));
+  undo->setShortcuts(QKeySequence::Undo);
+  undo->setObjectName(QStringLiteral("undo"));
+  QAction* redo = history_->stack().createRedoAction(this, tr("&Redo"));
+  redo->setShortcuts(QKeySequence::Redo);
+  redo->setObjectName(QStringLiteral("redo"));
+  edit->addAction(undo);
+  edit->addAction(redo);
+  edit->addSeparator();
   QAction* add = action(edit, tr("&Add Entry…"), QKeySequence::New, &MainWindow::addEntry);
   QAction* change = action(edit, tr("&Edit Entry…"), QKeySequence(Qt::CTRL | Qt::Key_E), &MainWindow::editEntry);
   QAction* remove = action(edit, tr("&Delete Entries"), QKeySequence::Delete, &MainWindow::deleteSelectedEntries);
@@ -188,7 +208,7 @@ void MainWindow::buildMenus() {
   action(collections, tr("&Rename Collection…"), QKeySequence(), &MainWindow::renameCollection);
   action(collections, tr("&Delete Collection"), QKeySequence(), &MainWindow::deleteCollection);
 
-  auto* disc = new DiscMenu(controller_, this, menuBar()->addMenu(tr("&Disc")));
+  auto* disc = new DiscMenu(controller_, *history_, this, menuBar()->addMenu(tr("&Disc")));
   // Texts and result pages handed to the application open the panel (the one site there is).
   connect(&windowSystem_, &QtWindowSystem::internetSearchRequested, disc,
           [disc](const QString& text, const QString&) { disc->internetSearch(text); });
@@ -359,7 +379,9 @@ void MainWindow::dropEvent(QDropEvent* event) {
 }
 
 void MainWindow::importPaths(const QStringList& paths) {
-  for (const QString& path : paths) controller_.openFile(path);
+  history_->record(tr("Import"), {}, [&] {
+    for (const QString& path : paths) controller_.openFile(path);
+  });
   reloadAll();
 }
 
@@ -396,10 +418,12 @@ void MainWindow::pageLinkClicked(const QUrl& url) {
 
 void MainWindow::openStrings(const QStringList& words) {
   bool changed = false;
-  for (const QString& word : words) {
-    const bool file = QFileInfo::exists(word);
-    changed |= file ? controller_.openFile(word) : controller_.handleIncomingString(word);
-  }
+  history_->record(tr("Import"), {}, [&] {
+    for (const QString& word : words) {
+      const bool file = QFileInfo::exists(word);
+      changed |= file ? controller_.openFile(word) : controller_.handleIncomingString(word);
+    }
+  });
   if (changed) reloadAll();
   if (isMinimized()) showNormal();
   raise();
@@ -491,7 +515,9 @@ void MainWindow::applyFilter(const QVariantMap& item, const QString& value) {
 
 void MainWindow::addEntry() {
   EntryEditor editor(controller_, nullptr, this);
-  if (editor.exec() != QDialog::Accepted || !editor.entry()) return;
+  bool added = false;
+  history_->record(tr("Add Entry"), {}, [&] { added = editor.exec() == QDialog::Accepted && editor.entry(); });
+  if (!added) return;
   runSearch();
   selectEntries({editor.entry()});
 }
@@ -500,7 +526,9 @@ void MainWindow::editEntry() {
   const auto selected = controller_.entriesController().selectedObjects();
   if (selected.size() != 1) return;
   EntryEditor editor(controller_, selected.front(), this);
-  if (editor.exec() != QDialog::Accepted) return;
+  bool accepted = false;
+  history_->record({}, selected, [&] { accepted = editor.exec() == QDialog::Accepted; }, true);
+  if (!accepted) return;
   runSearch();
   selectEntries(selected);
 }
@@ -514,8 +542,14 @@ void MainWindow::deleteSelectedEntries() {
   if (QMessageBox::question(this, tr("Delete"), question, QMessageBox::Yes | QMessageBox::Cancel, QMessageBox::Cancel) !=
       QMessageBox::Yes)
     return;
-  controller_.deleteEntries(selected);
-  controller_.saveManagedObjectContext();
+  // The covers are kept too, for the undo to put back.
+  history_->record(
+      tr("Delete"), selected,
+      [&] {
+        controller_.deleteEntries(selected);
+        controller_.saveManagedObjectContext();
+      },
+      true);
   runSearch();
 }
 
@@ -526,8 +560,11 @@ void MainWindow::newCollectionFromSelection() {
                                              controller_.proposedNameForNewCollection(selected), &ok)
                            .trimmed();
   if (!ok || name.isEmpty()) return;
-  Collection* created = controller_.collections().createCollectionNamed(name, selected);
-  controller_.saveManagedObjectContext();
+  Collection* created = nullptr;
+  history_->record(tr("New Collection"), {}, [&] {
+    created = controller_.collections().createCollectionNamed(name, selected);
+    controller_.saveManagedObjectContext();
+  });
   collections_->reload();
   collections_->selectCollection(created);
 }
@@ -538,11 +575,15 @@ void MainWindow::renameCollection() {
   bool ok = false;
   const QString name = QInputDialog::getText(this, tr("Rename Collection"), tr("Name:"), QLineEdit::Normal, c->name(), &ok).trimmed();
   if (!ok || name.isEmpty() || name == c->name()) return;
-  if (!controller_.managedObjectContext().renameCollection(c, name)) {
+  bool renamed = false;
+  history_->record(tr("Rename Collection"), {}, [&] {
+    renamed = controller_.managedObjectContext().renameCollection(c, name);
+    if (renamed) controller_.saveManagedObjectContext();
+  });
+  if (!renamed) {
     QMessageBox::warning(this, tr("Rename Collection"), tr("There is already a collection named \u201C%1\u201D.").arg(name));
     return;
   }
-  controller_.saveManagedObjectContext();
   collections_->reload();
 }
 
@@ -553,16 +594,20 @@ void MainWindow::deleteCollection() {
                             tr("Delete the collection \u201C%1\u201D? Its entries stay in the catalogue.").arg(c->name())) !=
       QMessageBox::Yes)
     return;
-  controller_.collections().deleteCollection(c);
-  controller_.saveManagedObjectContext();
+  history_->record(tr("Delete Collection"), {}, [&] {
+    controller_.collections().deleteCollection(c);
+    controller_.saveManagedObjectContext();
+  });
   collections_->reload();
   showCollection(nullptr);
 }
 
 void MainWindow::dropEntries(Collection* collection, const QList<qint64>& uids) {
-  for (qint64 uid : uids)
-    if (Entry* e = controller_.managedObjectContext().entryWithUID(uid)) controller_.addEntry(e, collection);
-  controller_.saveManagedObjectContext();
+  history_->record(tr("Add to Collection"), {}, [&] {
+    for (qint64 uid : uids)
+      if (Entry* e = controller_.managedObjectContext().entryWithUID(uid)) controller_.addEntry(e, collection);
+    controller_.saveManagedObjectContext();
+  });
   if (controller_.collections().selectedCollection() == collection) runSearch();
 }
 
@@ -585,6 +630,14 @@ void MainWindow::switchCatalogue(const QString& path) {
   if (QProcess::startDetached(QCoreApplication::applicationFilePath(),
                               {QStringLiteral("--catalogue"), path, QStringLiteral("--settings"), settings.fileName()}))
     close();
+}
+
+void MainWindow::showUndoneStep(const QList<qint64>& uids) {
+  reloadAll();
+  std::vector<Entry*> entries;
+  for (qint64 uid : uids)
+    if (Entry* e = controller_.managedObjectContext().entryWithUID(uid)) entries.push_back(e);
+  selectEntries(entries);
 }
 
 void MainWindow::showPreferences() {

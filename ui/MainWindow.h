@@ -2,6 +2,7 @@
 
 #include <QMainWindow>
 
+class CatalogueHistory;
 class Collection;
 class CollectionsPanel;
 class Entry;
@@ -31,6 +32,8 @@ class MainWindow : public QMainWindow {
   QLineEdit* searchField() const { return search_; }
   QTextBrowser* pageView() const;
   CollectionsPanel* collectionsPanel() const { return collections_; }
+  // The changes of this session, behind Edit > Undo and Redo.
+  CatalogueHistory* history() const { return history_; }
   int searchType() const { return searchType_; }
   void setSearchType(int type);
 
@@ -78,9 +81,12 @@ class MainWindow : public QMainWindow {
   void showPreferences();
   void showFooter(const QString& footer, qsizetype selectedCount);
   void pageLinkClicked(const QUrl& url);
+  // Shows the catalogue as an undo or redo left it, with the entries it touched selected.
+  void showUndoneStep(const QList<qint64>& uids);
 
   MyController& controller_;
   QtWindowSystem& windowSystem_;
+  CatalogueHistory* history_;
   EntryTableModel* model_;
   QTableView* list_;
   CollectionsPanel* collections_;

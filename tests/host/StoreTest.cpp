@@ -1,6 +1,7 @@
 #include "Entry.h"
 #include "SqliteDatabase.h"
 #include "SqliteStatement.h"
+#include "EntrySnapshot.h"
 #include "Store.h"
 #include "StoreSchema.h"
 
@@ -141,7 +142,58 @@ TEST_F(StoreTest, DeletingRemovesTracksAndMembershipsAndUidsAreNotReused) {
     sqlite3_finalize(s);
   }
   sqlite3_close(db);
-  EXPECT_GT(store.insertEntry()->uid(), first);
+  Entry* later = store.insertEntry();
+  EXPECT_GT(later->uid(), first);
+
+  // A deleted entry's uid can be given back (an undone delete), once, in uid order.
+  EXPECT_EQ(store.insertEntry(later->uid()), nullptr);
+  Entry* back = store.insertEntry(first);
+  ASSERT_NE(back, nullptr);
+  back->setValue("title", "Back");
+  EXPECT_EQ(store.entries().front(), back);
+  ASSERT_TRUE(store.save());
+  Store reopened;
+  ASSERT_TRUE(reopened.open(path()).ok());
+  ASSERT_NE(reopened.entryWithUID(first), nullptr);
+  EXPECT_EQ(reopened.entryWithUID(first)->stringValue("title"), "Back");
+}
+
+TEST_F(StoreTest, ASnapshotPutsAnEntryBackAsItWasAndNamesWhatDiffers) {
+  Store store;
+  ASSERT_TRUE(store.open(path()).ok());
+  Entry* e = store.insertEntry();
+  e->setValue("title", "Giant Steps");
+  e->setValue("myRating", 8);
+  auto track = Store::newTrack();
+  track->setValue("name", "Naima");
+  e->addTrack(std::move(track));
+  ASSERT_TRUE(store.save());
+  const EntrySnapshot before = EntrySnapshot::of(store, *e, true);
+  EXPECT_EQ(before.cover(), QByteArray());  // kept, and there was none
+
+  e->setValue("title", "Giant Steps (Deluxe)");
+  e->setValue("myRating", QVariant());
+  e->setValue("label", "Atlantic");
+  e->removeTrack(e->tracksSet().front().get());
+  const EntrySnapshot after = EntrySnapshot::of(store, *e, false);
+  EXPECT_EQ(before.differences(after), (QStringList{"title", "label", "myRating", "tracksSet"}));
+  EXPECT_FALSE(after.cover().has_value());
+
+  before.applyTo(*e);
+  EXPECT_TRUE(before.differences(EntrySnapshot::of(store, *e, false)).isEmpty());
+  ASSERT_TRUE(store.save());
+  Store reopened;
+  ASSERT_TRUE(reopened.open(path()).ok());
+  Entry* saved = reopened.entryWithUID(e->uid());
+  EXPECT_EQ(saved->stringValue("title"), "Giant Steps");
+  EXPECT_EQ(saved->value("label"), QVariant());
+  EXPECT_EQ(saved->value("myRating").toLongLong(), 8);
+  ASSERT_EQ(saved->tracksSet().size(), 1u);
+  EXPECT_EQ(saved->tracksSet().front()->stringValue("name"), "Naima");
+
+  // Putting back what is there already changes nothing to save.
+  before.applyTo(*e);
+  EXPECT_FALSE(store.hasChanges());
 }
 
 TEST_F(StoreTest, TwoProcessesSharingAFileKeepEachOthersEntries) {
