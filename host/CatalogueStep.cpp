@@ -9,6 +9,7 @@
 
 #include <QFile>
 #include <algorithm>
+#include <iterator>
 
 namespace {
 // Stands for the cover among the changed keys, which holds no attribute of that name.
@@ -19,11 +20,18 @@ CatalogueStep::CatalogueStep(MyControllerShared& controller, const std::vector<E
                              Applied applied)
     : controller_(controller), withCovers_(withCovers), applied_(std::move(applied)) {
   Store& store = controller_.managedObjectContext();
-  uidsBefore_.reserve(store.entries().size());
-  for (const Entry* e : store.entries()) uidsBefore_.push_back(e->uid());
-  std::sort(uidsBefore_.begin(), uidsBefore_.end());
+  uidsBefore_ = sortedUIDs(store);
   for (Entry* e : touched) touchedBefore_.emplace(e->uid(), EntrySnapshot::of(store, *e, withCovers_));
   collectionsBefore_ = currentCollections(nullptr);
+}
+
+// The store keeps entries in uid order but for uids reserved by another process: sort only then.
+std::vector<qint64> CatalogueStep::sortedUIDs(const Store& store) {
+  std::vector<qint64> uids;
+  uids.reserve(store.entries().size());
+  for (const Entry* e : store.entries()) uids.push_back(e->uid());
+  if (!std::is_sorted(uids.begin(), uids.end())) std::sort(uids.begin(), uids.end());
+  return uids;
 }
 
 CatalogueStep::Collections CatalogueStep::currentCollections(const Collections* only) const {
@@ -49,8 +57,10 @@ CatalogueStep::Entries CatalogueStep::currentEntries() const {
 
 bool CatalogueStep::finish(const QString& name) {
   Store& store = controller_.managedObjectContext();
-  for (const Entry* e : store.entries())
-    if (!std::binary_search(uidsBefore_.begin(), uidsBefore_.end(), e->uid())) otherEntries_[e->uid()] = std::nullopt;
+  const std::vector<qint64> uidsAfter = sortedUIDs(store);
+  std::vector<qint64> added;
+  std::set_difference(uidsAfter.begin(), uidsAfter.end(), uidsBefore_.begin(), uidsBefore_.end(), std::back_inserter(added));
+  for (qint64 uid : added) otherEntries_[uid] = std::nullopt;
   QStringList edited;
   size_t editedEntries = 0;
   for (auto& [uid, before] : touchedBefore_) {

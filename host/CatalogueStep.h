@@ -11,6 +11,7 @@
 
 class Entry;
 class MyControllerShared;
+class Store;
 
 // One change of the catalogue as the user made it (an edit, a delete, an import...), kept so that
 // it can be undone and redone. It holds only what the change touched, in the state that is not
@@ -41,6 +42,7 @@ class CatalogueStep : public QUndoCommand {
   using Collections = std::map<qint64, std::optional<CollectionState>>;
   using Entries = std::map<qint64, std::optional<EntrySnapshot>>;
 
+  static std::vector<qint64> sortedUIDs(const Store& store);
   Collections currentCollections(const Collections* only) const;
   Entries currentEntries() const;
   QString editName(QStringList keys, size_t entries) const;

@@ -9,6 +9,7 @@
 #include "PreferencesDialog.h"
 #include "QtWindowSystem.h"
 #include "Settings.h"
+#include "Store.h"
 #include "SettingsKeys.h"
 #include "TrackTable.h"
 
@@ -78,6 +79,15 @@ TEST_F(DiscScanGuiTest, scanningADiscFillsTheEditorAndAddsTheEntry) {
   ASSERT_EQ(window.listModel()->rowCount(), 1);
   EXPECT_EQ(window.listModel()->entryAt(0)->stringValue("artist"), QStringLiteral("Chagall Guevara"));
   EXPECT_FALSE(controller->addPanel().isVisible());
+
+  // The scan is one step: undone, the entry and its tracks are gone from the window and the file.
+  QAction* undo = menuAction(window, "undo");
+  EXPECT_EQ(undo->text(), QStringLiteral("&Undo Scan Disc"));
+  undo->trigger();
+  EXPECT_EQ(window.listModel()->rowCount(), 0);
+  Store saved;
+  ASSERT_TRUE(saved.open(dir.filePath("Discary.sqlite")).ok());
+  EXPECT_TRUE(saved.entries().empty());
 }
 
 TEST_F(DiscScanGuiTest, aMountedDiscIsLookedUpOnlyOnceTurnedOnInPreferences) {
