@@ -15,7 +15,6 @@ EntrySnapshot::Values EntrySnapshot::valuesOf(const ManagedObject& object) {
 
 EntrySnapshot EntrySnapshot::of(Store& store, Entry& entry, bool withCover) {
   EntrySnapshot snapshot;
-  snapshot.uid_ = entry.uid();
   snapshot.values_ = valuesOf(entry);
   for (const auto& track : entry.tracksSet()) snapshot.tracks_.push_back(valuesOf(*track));
   for (const auto& link : entry.linksSet()) snapshot.links_.push_back(valuesOf(*link));

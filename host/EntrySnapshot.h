@@ -17,7 +17,6 @@ class EntrySnapshot {
  public:
   static EntrySnapshot of(Store& store, Entry& entry, bool withCover);
 
-  qint64 uid() const { return uid_; }
   // The keys whose values differ, "tracksSet" or "linksSet" for a set that differs.
   QStringList differences(const EntrySnapshot& other) const;
   // Makes the entry hold this state again; only what differs is written, so an unchanged
@@ -30,7 +29,6 @@ class EntrySnapshot {
   using Values = std::vector<std::pair<int, QVariant>>;
   static Values valuesOf(const ManagedObject& object);
 
-  qint64 uid_ = 0;
   Values values_;
   std::vector<Values> tracks_, links_;  // in the order the entry holds them
   std::optional<QByteArray> cover_;     // empty: the entry had no cover

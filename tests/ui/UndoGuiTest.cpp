@@ -18,6 +18,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QImage>
+#include <QInputDialog>
 #include <QMessageBox>
 #include <QTableView>
 #include <QTableWidget>
@@ -233,6 +234,22 @@ TEST_F(UndoGuiTest, EntriesAddedToACollectionLeaveItOnUndo) {
   EXPECT_EQ(shownTitles(window), QStringList{"Kind of Blue"});
   action(window, "redo")->trigger();
   EXPECT_EQ(shownTitles(window), (QStringList{"Abbey Road", "Kind of Blue"}));
+
+  // A collection made from the selection goes on undo and comes back, members and all, on redo.
+  window.collectionsPanel()->selectCollection(nullptr);
+  select(window, abbeyRoad);
+  whenShown<QInputDialog>([](QInputDialog* dialog) {
+    dialog->setTextValue("Beatles");
+    dialog->accept();
+  });
+  window.newCollectionFromSelection();
+  EXPECT_EQ(text(undo), "Undo New Collection");
+  undo->trigger();
+  EXPECT_EQ(reopened()->collectionNamed("Beatles"), nullptr);
+  EXPECT_EQ(controller->collections().collectionWithName("Beatles", true), nullptr);
+  action(window, "redo")->trigger();
+  ASSERT_NE(reopened()->collectionNamed("Beatles"), nullptr);
+  EXPECT_EQ(reopened()->collectionNamed("Beatles")->memberUIDs(), std::vector<qint64>{abbeyRoad});
 }
 
 TEST_F(UndoGuiTest, AnImportUndoesAsOneStepWithTheCollectionItMade) {
