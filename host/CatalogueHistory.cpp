@@ -6,7 +6,10 @@
 #include <memory>
 
 CatalogueHistory::CatalogueHistory(MyControllerShared& controller, QObject* parent)
-    : QObject(parent), controller_(controller) {}
+    : QObject(parent), controller_(controller) {
+  // Deletes keep their entries' covers: bound what a long session holds.
+  stack_.setUndoLimit(undoLimit);
+}
 
 void CatalogueHistory::record(const QString& name, const std::vector<Entry*>& touched, const std::function<void()>& change,
                               bool withCovers) {

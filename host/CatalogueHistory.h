@@ -14,6 +14,9 @@ class MyControllerShared;
 class CatalogueHistory : public QObject {
   Q_OBJECT
  public:
+  // The number of changes kept; the oldest goes when one more is made.
+  static constexpr int undoLimit = 100;
+
   explicit CatalogueHistory(MyControllerShared& controller, QObject* parent = nullptr);
 
   QUndoStack& stack() { return stack_; }
