@@ -417,13 +417,15 @@ void MainWindow::pageLinkClicked(const QUrl& url) {
 }
 
 void MainWindow::openStrings(const QStringList& words) {
+  // The files are one import, to undo as one; an entry added from a search is a step of its own.
+  QStringList files, others;
+  for (const QString& word : words) (QFileInfo::exists(word) || QUrl(word.trimmed()).isLocalFile() ? files : others) << word;
   bool changed = false;
   history_->record(tr("Import"), {}, [&] {
-    for (const QString& word : words) {
-      const bool file = QFileInfo::exists(word);
-      changed |= file ? controller_.openFile(word) : controller_.handleIncomingString(word);
-    }
+    for (const QString& file : files)
+      changed |= QFileInfo::exists(file) ? controller_.openFile(file) : controller_.handleIncomingString(file);
   });
+  for (const QString& word : others) changed |= controller_.handleIncomingString(word);
   if (changed) reloadAll();
   if (isMinimized()) showNormal();
   raise();
