@@ -11,6 +11,9 @@
 
 namespace {
 
+// What a release answer must hold to fill an entry: credits, tracks, labels and genres.
+const QString releaseIncludes = QStringLiteral("inc=artist-credits+recordings+labels+genres&fmt=json");
+
 // The service allows one request a second from a client; the whole process shares the turn.
 RequestPacer& pacer() {
   static RequestPacer shared(1000);
@@ -92,7 +95,6 @@ QStringList MusicBrainz::lookup(const TableOfContents& toc, const QString& discI
   discID_ = discID;
   cddbDiscID_ = cddbDiscID;
   trackCount_ = toc.trackCount();
-  const QString includes = QStringLiteral("inc=artist-credits+recordings+labels+genres&fmt=json");
   // The identifier is made of letters, digits and "._-" only; anything else is not sent.
   const bool usable = !discID.isEmpty() && discID.size() < 64 &&
                       std::all_of(discID.begin(), discID.end(), [](QChar c) {
@@ -100,16 +102,16 @@ QStringList MusicBrainz::lookup(const TableOfContents& toc, const QString& discI
                       });
   std::optional<QByteArray> reply;
   if (usable) {
-    reply = fetch(QStringLiteral("/ws/2/discid/%1?%2").arg(discID, includes));
+    reply = fetch(QStringLiteral("/ws/2/discid/%1?%2").arg(discID, releaseIncludes));
     if (!lastError_.isEmpty()) return {};
   }
   MusicBrainzReply::Releases releases;
   if (reply) releases = MusicBrainzReply::discReleases(*reply, discID, trackCount_);
   if (releases.keys.isEmpty()) {
     // Unknown by its identifier: the releases whose track lengths are close to this disc's.
-    QStringList toc1{QStringLiteral("1"), QString::number(toc.trackCount()), QString::number(toc.leadout)};
-    for (qint64 start : toc.starts) toc1 << QString::number(start);
-    reply = fetch(QStringLiteral("/ws/2/discid/-?toc=%1&cdstubs=no&%2").arg(toc1.join(QLatin1Char('+')), includes));
+    QStringList numbers{QStringLiteral("1"), QString::number(toc.trackCount()), QString::number(toc.leadout)};
+    for (qint64 start : toc.starts) numbers << QString::number(start);
+    reply = fetch(QStringLiteral("/ws/2/discid/-?toc=%1&cdstubs=no&%2").arg(numbers.join(QLatin1Char('+')), releaseIncludes));
     if (!lastError_.isEmpty()) return {};
     if (reply) releases = MusicBrainzReply::discReleases(*reply, discID, trackCount_);
   }
@@ -140,8 +142,8 @@ void MusicBrainz::searchFor(const QVariantMap& search, const SearchTarget& targe
   std::optional<QByteArray> reply;
   if (!discID.isEmpty()) {
     discID_ = discID;
-    reply = fetch(QStringLiteral("/ws/2/discid/%1?inc=artist-credits+recordings+labels+genres&fmt=json")
-                      .arg(QString::fromLatin1(QUrl::toPercentEncoding(discID.left(64)))));
+    reply = fetch(QStringLiteral("/ws/2/discid/%1?%2").arg(QString::fromLatin1(QUrl::toPercentEncoding(discID.left(64))),
+                                                             releaseIncludes));
     if (reply) {
       const auto releases = MusicBrainzReply::discReleases(*reply, discID, 0);
       keep(releases.titles, releases.keys, releases.results);
@@ -162,8 +164,8 @@ QVariantMap MusicBrainz::resultNumber(int index) {
   QVariantMap result = results_.value(index);
   if (!result.contains(QStringLiteral("tracks"))) {
     // A search result names the release only: fetch the whole of it.
-    const auto reply = fetch(QStringLiteral("/ws/2/release/%1?inc=artist-credits+recordings+labels+genres&fmt=json")
-                                 .arg(QString::fromLatin1(QUrl::toPercentEncoding(keys_.at(index)))));
+    const auto reply = fetch(QStringLiteral("/ws/2/release/%1?%2")
+                                 .arg(QString::fromLatin1(QUrl::toPercentEncoding(keys_.at(index))), releaseIncludes));
     if (!reply) return {};
     result = MusicBrainzReply::release(*reply, discID_, trackCount_);
     if (result.isEmpty()) return {};
