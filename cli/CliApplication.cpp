@@ -84,6 +84,7 @@ int CliApplication::run(const QStringList& arguments) {
   MyController controller(settings, windowSystem, platform);
   controller.applicationWillFinishLaunching();
   controller.setServerOverride(options->server);
+  controller.discScan().setMusicBrainzOverride(options->musicBrainzServer, options->coverServer);
   const CliContext context{*options, controller, windowSystem};
 
   if (name.isEmpty()) {

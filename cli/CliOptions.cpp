@@ -18,6 +18,10 @@ std::optional<CliOptions> CliOptions::parse(const QStringList& arguments, QStrin
       if (!takeValue(&options.settings)) return std::nullopt;
     } else if (a == QLatin1String("--server")) {
       if (!takeValue(&options.server)) return std::nullopt;
+    } else if (a == QLatin1String("--musicbrainz-server")) {
+      if (!takeValue(&options.musicBrainzServer)) return std::nullopt;
+    } else if (a == QLatin1String("--cover-server")) {
+      if (!takeValue(&options.coverServer)) return std::nullopt;
     } else if (a == QLatin1String("--button")) {
       QString n;
       if (!takeValue(&n)) return std::nullopt;

@@ -10,6 +10,7 @@ struct CliOptions {
   QString catalogue;
   QString settings;
   QString server;
+  QString musicBrainzServer, coverServer;
   bool json = false;
   bool quiet = false;
   bool version = false;

@@ -2,10 +2,15 @@
 #include "CliContext.h"
 #include "Commands.h"
 #include "EntryJson.h"
+#include "DiscLookup.h"
 #include "Freedb.h"
 #include "JsonWriter.h"
+#include "MusicBrainz.h"
 #include "MyController.h"
+#include "Platform.h"
 
+#include <QImage>
+#include <cstdio>
 #include <set>
 
 namespace {
@@ -20,6 +25,18 @@ std::optional<Freedb::TocSource> tocSource(const CommandArguments& args, QString
     return std::nullopt;
   }
   return source;
+}
+
+// --source picks one online source for this run; without it, the settings' order.
+bool chooseSources(const CliContext& context, const CommandArguments& args, QString* message) {
+  if (!args.has("--source")) return true;
+  const auto source = DiscLookup::sourceNamed(args.value("--source"));
+  if (!source) {
+    *message = QStringLiteral("--source takes musicbrainz or cddb, not '%1'").arg(args.value("--source"));
+    return false;
+  }
+  context.controller.discScan().setSourcesOverride({*source});
+  return true;
 }
 
 void writeMatches(const QStringList& titles, const QStringList& keys, const QVariantMap* result) {
@@ -48,6 +65,11 @@ void printResult(const QVariantMap& result) {
   QString text;
   for (auto it = result.begin(); it != result.end(); ++it) {
     if (it.key() == QLatin1String("tracks")) continue;
+    if (it.value().typeId() == QMetaType::QImage) {
+      const QImage image = it.value().value<QImage>();
+      text += QStringLiteral("%1: %2 x %3\n").arg(it.key()).arg(image.width()).arg(image.height());
+      continue;
+    }
     text += QStringLiteral("%1: %2\n").arg(it.key(), it.value().toString());
   }
   int number = 1;
@@ -81,10 +103,12 @@ int discid(const CliContext& context, const QStringList& words) {
   QString offsets;
   QStringList lookupDurations;
   const QString identifier = toc->discIdentifier(&tracks, &seconds, &offsets, &lookupDurations);
+  const QString musicBrainzID = context.controller.platform().musicBrainzDiscID(toc->leadout, toc->starts);
   const QStringList durations = toc->trackDurations();
   if (context.options.json) {
     JsonWriter json(stdout);
     json.variant(QVariantMap{{CdKeys::discID, identifier},
+                             {CdKeys::musicBrainzDiscID, musicBrainzID},
                              {QStringLiteral("totalTracks"), qint64(tracks)},
                              {QStringLiteral("totalSeconds"), seconds},
                              {QStringLiteral("offsets"), offsets},
@@ -93,38 +117,50 @@ int discid(const CliContext& context, const QStringList& words) {
     json.endDocument();
     return 0;
   }
-  CliContext::print(QStringLiteral("%1\ntracks: %2\nseconds: %3\noffsets: %4\ndurations: %5\n")
-                        .arg(identifier).arg(tracks).arg(seconds).arg(offsets, durations.join(QLatin1Char(' '))));
+  CliContext::print(QStringLiteral("%1\nMusicBrainz: %2\ntracks: %3\nseconds: %4\noffsets: %5\ndurations: %6\n")
+                        .arg(identifier, musicBrainzID)
+                        .arg(tracks)
+                        .arg(seconds)
+                        .arg(offsets, durations.join(QLatin1Char(' '))));
   return 0;
 }
 
 int lookupDisc(const CliContext& context, const QStringList& words) {
   QString message;
-  const auto args = CommandArguments::parse(words, {"--toc", "--volume", "--device", "--pick"}, {}, &message);
+  const auto args = CommandArguments::parse(words, {"--toc", "--volume", "--device", "--pick", "--source"}, {}, &message);
   if (!args) return CliContext::usage(message);
   if (!args->positional.isEmpty()) return CliContext::usage(QStringLiteral("unexpected argument '%1'").arg(args->positional.first()));
   const auto source = tocSource(*args, &message);
   if (!source) return CliContext::usage(message);
+  if (!chooseSources(context, *args, &message)) return CliContext::usage(message);
   int pick = 0;
   if (args->has("--pick")) {
     bool ok = false;
     pick = args->value("--pick").toInt(&ok);
     if (!ok || pick < 1) return CliContext::usage(QStringLiteral("--pick takes a result number from 1"));
   }
-  Freedb& site = context.controller.freedb();
-  site.setTocSource(*source);
-  const auto titles = site.getDiscID();
+  context.controller.freedb().setTocSource(*source);
+  const DiscLookup::Outcome outcome = context.controller.discScan().lookUpDisc();
+  const auto& titles = outcome.titles;
   if (!titles) return 1;
+  // Each source that did not answer, in its own words, whatever the others found.
+  for (const QString& problem : outcome.problems) std::fprintf(stderr, "discary: %s\n", qPrintable(problem));
   std::optional<QVariantMap> result;
   if (pick > titles->size()) return CliContext::failure(QStringLiteral("there are only %1 results").arg(titles->size()));
-  if (pick > 0 || titles->size() == 1) result = site.resultNumber(pick > 0 ? pick - 1 : 0);
+  const QStringList keys = outcome.site ? outcome.site->resultKeys() : QStringList();
+  if (outcome.site && (pick > 0 || titles->size() == 1)) {
+    outcome.site->resultNumber(pick > 0 ? pick - 1 : 0, [&result](const QVariantMap& read) { result = read; });
+  }
   if (context.options.json) {
-    writeMatches(*titles, site.queryResults(), result ? &*result : nullptr);
+    writeMatches(*titles, keys, result ? &*result : nullptr);
   } else {
-    printMatches(*titles, site.queryResults());
+    printMatches(*titles, keys);
     if (result) printResult(*result);
   }
-  if (titles->isEmpty()) return CliContext::failure(QStringLiteral("no match for this disc"));
+  if (titles->isEmpty()) {
+    return CliContext::failure(outcome.problems.isEmpty() ? QStringLiteral("no match for this disc")
+                                                          : QStringLiteral("the disc could not be looked up"));
+  }
   return result && result->isEmpty() ? 1 : 0;
 }
 
@@ -156,33 +192,55 @@ int cddb(const CliContext& context, const QStringList& words) {
 
 int websearch(const CliContext& context, const QStringList& words) {
   QString message;
-  const auto args = CommandArguments::parse(words, {"--keyword", "--artist", "--title", "--discid"}, {}, &message);
+  const auto args = CommandArguments::parse(
+      words, {"--keyword", "--artist", "--title", "--discid", "--barcode", "--catno", "--site"}, {}, &message);
   if (!args) return CliContext::usage(message);
+  const QString siteName = args->has("--site") ? args->value("--site").toLower() : QStringLiteral("freedb");
+  const bool musicBrainz = siteName == QLatin1String("musicbrainz");
+  if (!musicBrainz && siteName != QLatin1String("freedb"))
+    return CliContext::usage(QStringLiteral("--site takes freedb or musicbrainz, not '%1'").arg(args->value("--site")));
+  if (!musicBrainz && (args->has("--barcode") || args->has("--catno")))
+    return CliContext::usage(QStringLiteral("--barcode and --catno search the musicbrainz site only"));
   QVariantMap search;
   if (args->has("--keyword")) search[QStringLiteral("keyword")] = args->value("--keyword");
-  if (args->has("--discid")) search[CdKeys::discID] = args->value("--discid");
+  // A disc identifier is the site's own: eight hex digits for freedb, 28 characters for MusicBrainz.
+  if (args->has("--discid")) search[musicBrainz ? CdKeys::musicBrainzDiscID : CdKeys::discID] = args->value("--discid");
   if (args->has("--artist")) search[CdKeys::artist] = args->value("--artist");
   if (args->has("--title")) search[CdKeys::title] = args->value("--title");
+  if (args->has("--barcode")) search[CdKeys::upc] = args->value("--barcode");
+  if (args->has("--catno")) search[CdKeys::catalogNumber] = args->value("--catno");
   if (search.isEmpty() || !args->positional.isEmpty()) {
-    return CliContext::usage(QStringLiteral("usage: websearch (--keyword W | --artist A --title T | --discid ID)"));
+    return CliContext::usage(QStringLiteral(
+        "usage: websearch (--keyword W | --artist A --title T | --discid ID | --barcode EAN | --catno NUMBER) "
+        "[--site freedb|musicbrainz]"));
   }
-  Freedb& site = context.controller.freedb();
-  site.searchFor(search, {});
-  if (context.options.json) {
-    writeMatches(site.resultsTitles(), site.queryResults(), nullptr);
+  SitePlugin* site = nullptr;
+  if (musicBrainz) {
+    MusicBrainz& mb = context.controller.musicBrainz();
+    mb.searchFor(search, {});
+    if (!mb.lastError().isEmpty()) std::fprintf(stderr, "discary: MusicBrainz: %s\n", qPrintable(mb.lastError()));
+    site = &mb;
   } else {
-    printMatches(site.resultsTitles(), site.queryResults());
+    Freedb& freedb = context.controller.freedb();
+    freedb.searchFor(search, {});
+    site = &freedb;
   }
-  return site.queryResults().isEmpty() ? CliContext::failure(QStringLiteral("no result")) : 0;
+  if (context.options.json) {
+    writeMatches(site->resultsTitles(), site->resultKeys(), nullptr);
+  } else {
+    printMatches(site->resultsTitles(), site->resultKeys());
+  }
+  return site->resultKeys().isEmpty() ? CliContext::failure(QStringLiteral("no result")) : 0;
 }
 
 int scan(const CliContext& context, const QStringList& words) {
   QString message;
-  const auto args = CommandArguments::parse(words, {"--volume", "--device"}, {}, &message);
+  const auto args = CommandArguments::parse(words, {"--volume", "--device", "--source"}, {}, &message);
   if (!args) return CliContext::usage(message);
   if (!args->positional.isEmpty()) return CliContext::usage(QStringLiteral("unexpected argument '%1'").arg(args->positional.first()));
   const auto source = tocSource(*args, &message);
   if (!source) return CliContext::usage(message);
+  if (!chooseSources(context, *args, &message)) return CliContext::usage(message);
   MyController& controller = context.controller;
   context.controller.freedb().setTocSource(*source);
   Store& store = controller.managedObjectContext();

@@ -2,6 +2,7 @@
 
 #include "NaturalDate.h"
 
+#include <QImage>
 #include <QDateTime>
 #include <cmath>
 
@@ -111,6 +112,16 @@ void JsonWriter::variant(const QVariant& v) {
     case QMetaType::Double:
     case QMetaType::Float: value(v.toDouble()); return;
     case QMetaType::QDateTime: value(NaturalDate::isoDateString(v.toDateTime())); return;
+    case QMetaType::QImage: {
+      const QImage image = v.value<QImage>();
+      beginObject();
+      key(QStringLiteral("width"));
+      value(qint64(image.width()));
+      key(QStringLiteral("height"));
+      value(qint64(image.height()));
+      endObject();
+      return;
+    }
     case QMetaType::QVariantList:
     case QMetaType::QStringList:
       beginArray();

@@ -149,6 +149,14 @@ Matches parseQuery(const QByteArray& bytes) {
   return matches;
 }
 
+QString errorOfQuery(const QByteArray& reply) {
+  const qsizetype end = reply.indexOf('\n');
+  const QString line = QString::fromLatin1(reply.first(end < 0 ? reply.size() : end).left(200)).trimmed();
+  const bool refused = line.size() >= 3 && (line.at(0) == QLatin1Char('4') || line.at(0) == QLatin1Char('5')) &&
+                       line.at(1).isDigit() && line.at(2).isDigit() && (line.size() == 3 || line.at(3) == QLatin1Char(' '));
+  return refused ? line : QString();
+}
+
 bool isProbeHit(const QByteArray& reply) { return reply.startsWith("210"); }
 
 QVariantMap parseRead(const QByteArray& bytes) {

@@ -3,6 +3,7 @@
 #include "AddPanel.h"
 #include "CdKeys.h"
 #include "Freedb.h"
+#include "MusicBrainz.h"
 #include "MusicPlayer.h"
 #include "Platform.h"
 #include "PluginManager.h"
@@ -63,11 +64,50 @@ Freedb& DiscScan::freedb() {
   options.server = cddbServer();
   options.helloUser = settings.stringForKey(SettingsKeys::cddbHelloUser);
   options.helloHost = settings.stringForKey(SettingsKeys::cddbHelloHost);
-  const double timeout = settings.floatForKey(SettingsKeys::cddbTimeout);
-  // A time-out of nothing or of days is a typing error; keep it within reason.
-  options.timeoutSeconds = timeout > 0 ? std::min(timeout, 600.0) : 30.0;
+  options.timeoutSeconds = timeoutSeconds();
   site->setOptions(options);
   return *site;
+}
+
+double DiscScan::timeoutSeconds() const {
+  const double timeout = services_.settings.floatForKey(SettingsKeys::cddbTimeout);
+  // A time-out of nothing or of days is a typing error; keep it within reason.
+  return timeout > 0 ? std::min(timeout, 600.0) : 30.0;
+}
+
+MusicBrainz& DiscScan::musicBrainz() {
+  auto* site = dynamic_cast<MusicBrainz*>(services_.plugins.pluginForName(MusicBrainz::name));
+  if (!site) {
+    auto made = std::make_unique<MusicBrainz>();
+    site = made.get();
+    services_.plugins.addPlugin(std::move(made), MusicBrainz::name);
+  }
+  const Settings& settings = services_.settings;
+  auto root = [&settings](const QString& override, const QString& key, const QString& fallback) {
+    if (!override.isEmpty()) return override;
+    const QString value = settings.stringForKey(key);
+    return value.isEmpty() ? fallback : value;
+  };
+  MusicBrainz::Options options;
+  options.server = root(musicBrainzOverride_, SettingsKeys::musicBrainzServer, MusicBrainz::defaultServer);
+  options.coverServer = root(coverServerOverride_, SettingsKeys::coverArtServer, MusicBrainz::defaultCoverServer);
+  options.contact = settings.stringForKey(SettingsKeys::musicBrainzContact);
+  options.timeoutSeconds = timeoutSeconds();
+  site->setOptions(options);
+  return *site;
+}
+
+QList<DiscLookup::Source> DiscScan::sources() const {
+  if (!sourcesOverride_.isEmpty()) return sourcesOverride_;
+  const QVariant names = services_.settings.objectForKey(SettingsKeys::lookupSources);
+  // One name typed on the command line arrives as text.
+  return DiscLookup::sourcesNamed(names.typeId() == QMetaType::QString ? names.toString().split(QLatin1Char(','))
+                                                                        : names.toStringList());
+}
+
+DiscLookup::Outcome DiscScan::lookUpDisc() {
+  MusicBrainz& mb = musicBrainz();
+  return DiscLookup(freedb(), mb, services_.platform).run(sources());
 }
 
 void DiscScan::volumeMounted(const QString& volumePath) {
@@ -84,23 +124,35 @@ void DiscScan::scanDisc() {
   Freedb& site = freedb();
   std::optional<QStringList> matches;
   QVariantMap single;
+  DiscLookup::Outcome lookup;
+  SitePlugin* found = &site;
   if (auto details = playerDetails()) {
     matches = QStringList{QStringLiteral("iTunes Data")};
     single = *details;
     single[QStringLiteral("discID")] = site.discIDStringWithTotalTracks(nullptr, nullptr, nullptr, nullptr).value_or(QString());
   } else {
-    matches = site.getDiscID();
-    if (matches && matches->size() == 1) single = site.resultNumber(0);
+    lookup = lookUpDisc();
+    matches = lookup.titles;
+    found = lookup.site;
+    if (matches && matches->size() == 1) found->resultNumber(0, [&single](const QVariantMap& result) { single = result; });
   }
   ws.closeProgressSheet();
   if (services_.settings.boolForKey(SettingsKeys::ejectCD)) ejectCD();
   if (!matches) return;
+  // A source that did not answer is said in its own words; "no match" only when all answered.
+  const QString problems = lookup.problems.join(QLatin1Char('\n'));
+  if (!matches->isEmpty() && !problems.isEmpty()) ws.displayNotice(problems, services_.settings.floatForKey(SettingsKeys::bezelDisplayTime));
 
   if (matches->isEmpty()) {
+    const QString message =
+        problems.isEmpty()
+            ? localized(QStringLiteral("FreedbNoMatch"),
+                        QStringLiteral("The online database has no match for this disc. Try a keyword search, or add it manually."))
+            : localized(QStringLiteral("LookupFailed"),
+                        QStringLiteral("The disc could not be looked up:\n%1\nTry again later, or add it manually."))
+                  .arg(problems);
     const int answer = ws.runAlert(
-        localized(QStringLiteral("Action Required")),
-        localized(QStringLiteral("FreedbNoMatch"),
-                  QStringLiteral("The online database has no match for this disc. Try a keyword search, or add it manually.")),
+        localized(QStringLiteral("Action Required")), message,
         {localized(QStringLiteral("OK")), localized(QStringLiteral("AddManually"), QStringLiteral("Add Manually"))});
     if (answer != 1) return;
     panel.setResults(nullptr, -1);
@@ -129,7 +181,7 @@ void DiscScan::scanDisc() {
     }
     return;
   }
-  services_.resultsFound(site, int(matches->size()));
+  services_.resultsFound(*found, int(matches->size()));
 }
 
 void DiscScan::fillInformationFromCD() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "DiscLookup.h"
+
 #include <QString>
 #include <QVariantList>
 #include <QVariantMap>
@@ -8,6 +10,7 @@
 
 class AddPanel;
 class Freedb;
+class MusicBrainz;
 class Platform;
 class PluginManager;
 class Settings;
@@ -43,6 +46,18 @@ class DiscScan {
   void setServerOverride(const QString& server) { serverOverride_ = server; }
   // The CDDB and web-search host ("host[:port]") this run talks to: the override, the setting or the default.
   QString cddbServer() const;
+  // The MusicBrainz site, registered as "MusicBrainz" on first use, with the current settings.
+  MusicBrainz& musicBrainz();
+  // Service roots for this run instead of the settings; empty for the setting.
+  void setMusicBrainzOverride(const QString& server, const QString& coverServer) {
+    musicBrainzOverride_ = server;
+    coverServerOverride_ = coverServer;
+  }
+  // The sources of this run instead of the setting "Lookup Sources"; empty for the setting.
+  void setSourcesOverride(const QList<DiscLookup::Source>& sources) { sourcesOverride_ = sources; }
+  QList<DiscLookup::Source> sources() const;
+  // The inserted disc asked of the sources in order.
+  DiscLookup::Outcome lookUpDisc();
 
   // Every newly mounted volume, an inserted audio CD among them, arrives here.
   void volumeMounted(const QString& volumePath);
@@ -63,7 +78,9 @@ class DiscScan {
 
  private:
   QString localized(const QString& key, const QString& value = {}) const;
+  double timeoutSeconds() const;
 
   Services services_;
-  QString serverOverride_;
+  QString serverOverride_, musicBrainzOverride_, coverServerOverride_;
+  QList<DiscLookup::Source> sourcesOverride_;
 };

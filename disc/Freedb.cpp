@@ -81,11 +81,12 @@ std::optional<QStringList> Freedb::getTrackDurations() {
 }
 
 QString Freedb::hello() const {
-  // Words only: the hello never carries the user's real name or the machine's name.
+  // Words only: the hello never carries the user's real name or the machine's name, unless the
+  // user typed them (a registered client name is often an e-mail address).
   auto word = [](const QString& text, const char* fallback) {
     QString cleaned;
     for (QChar c : text) {
-      if (c.isLetterOrNumber() || c == QLatin1Char('.') || c == QLatin1Char('-') || c == QLatin1Char('_')) cleaned += c;
+      if (c.isLetterOrNumber() || QStringLiteral(".-_@").contains(c)) cleaned += c;
     }
     return cleaned.isEmpty() ? QString::fromLatin1(fallback) : cleaned.left(64);
   };
@@ -99,6 +100,7 @@ std::optional<QByteArray> Freedb::send(const QString& body) const {
 }
 
 std::optional<QStringList> Freedb::getDiscID() {
+  lastError_.clear();
   queryResults_.clear();
   resultsTitle_.clear();
   QString offsets;
@@ -115,8 +117,16 @@ std::optional<QStringList> Freedb::getDiscID() {
   }
   const QString body = QStringLiteral("cmd=cddb+query+%1+%2+%3%4&hello=%5&proto=6")
                            .arg(*identifier).arg(tracks).arg(offsets).arg(seconds).arg(hello());
-  if (const auto reply = send(body)) {
-    const CddbReply::Matches matches = CddbReply::parseQuery(*reply);
+  const QUrl url = Http::address(options_.server, endpointPath);
+  const Http::Reply reply = Http::postAndWait(url, body.toLatin1(), options_.timeoutSeconds);
+  if (!reply.error.isEmpty()) {
+    lastError_ = reply.error;
+  } else if (!reply.ok()) {
+    lastError_ = QStringLiteral("HTTP status %1").arg(reply.status);
+  } else if (const QString refusal = CddbReply::errorOfQuery(reply.body); !refusal.isEmpty()) {
+    lastError_ = refusal;
+  } else {
+    const CddbReply::Matches matches = CddbReply::parseQuery(reply.body);
     queryResults_ = matches.keys;
     resultsTitle_ = matches.titles;
   }

@@ -58,8 +58,11 @@ class Freedb : public SitePlugin {
   // no-CD sheet and nullopt.
   std::optional<QStringList> getTrackDurations();
   // The display texts of the CDDB matches of the inserted disc; nullopt (after the no-CD sheet)
-  // without a disc.
+  // without a disc. lastError() then tells whether the server answered at all.
   std::optional<QStringList> getDiscID();
+  // Why the latest query got no answer, in the server's own words ("500 Unknown developer
+  // email"); empty when the server answered, with matches or without.
+  const QString& lastError() const { return lastError_; }
   QVariantMap resultNumber(int index);
   // The cddb read of one category+discid key, whatever the latest query found.
   QVariantMap readKey(const QString& key) const;
@@ -68,6 +71,7 @@ class Freedb : public SitePlugin {
   int findPossibleDiscIDs(const QString& discID);
   QStringList resultsTitles() const override { return resultsTitle_; }
   const QStringList& queryResults() const { return queryResults_; }
+  QStringList resultKeys() const override { return queryResults_; }
   const std::optional<QStringList>& durationsArray() const { return durationsArray_; }
   // A keyword search ("keyword", "discID", "artist", "title"). Without a target it blocks and
   // the outcome is read from resultsTitles(); with one, the target hears of every outcome.
@@ -93,6 +97,7 @@ class Freedb : public SitePlugin {
   TocSource source_;
   QStringList queryResults_, resultsTitle_;
   std::optional<QStringList> durationsArray_;
+  QString lastError_;
   SearchTarget messageTarget_;
   // Replies of earlier searches may arrive after this object is gone; they check this first.
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);

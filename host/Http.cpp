@@ -14,17 +14,28 @@ QUrl Http::address(const QString& hostAndPort, const QString& path) {
   return url;
 }
 
+QUrl Http::below(const QString& root, const QString& pathAndQuery) {
+  QString base = root.trimmed();
+  while (base.endsWith(QLatin1Char('/'))) base.chop(1);
+  const QUrl url(base + pathAndQuery, QUrl::TolerantMode);
+  const bool web = url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https");
+  if (!url.isValid() || !web || url.host().isEmpty()) return {};
+  return url;
+}
+
 namespace {
 
-// Starts the exchange on the manager; done is called once, from its finished signal.
-void start(QNetworkAccessManager& manager, const QUrl& url, const QByteArray& body, double timeoutSeconds,
-           std::function<void(std::optional<QByteArray>)> done) {
+// Starts the exchange on the manager (a POST when body is set); done is called once, from its
+// finished signal.
+void start(QNetworkAccessManager& manager, const QUrl& url, const std::optional<QByteArray>& body,
+           const Http::Headers& headers, double timeoutSeconds, std::function<void(Http::Reply)> done) {
   QNetworkRequest request(url);
-  request.setHeader(QNetworkRequest::ContentTypeHeader, QByteArrayLiteral("application/x-www-form-urlencoded"));
+  if (body) request.setHeader(QNetworkRequest::ContentTypeHeader, QByteArrayLiteral("application/x-www-form-urlencoded"));
+  for (const auto& [name, value] : headers) request.setRawHeader(name, value);
   request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
   const int milliseconds = std::max(1, int(timeoutSeconds * 1000));
   request.setTransferTimeout(milliseconds);
-  QNetworkReply* reply = manager.post(request, body);
+  QNetworkReply* reply = body ? manager.post(request, *body) : manager.get(request);
   auto buffer = std::make_shared<QByteArray>();
   auto tooBig = std::make_shared<bool>(false);
   // The whole exchange has a deadline, not only each silence between packets.
@@ -41,10 +52,46 @@ void start(QNetworkAccessManager& manager, const QUrl& url, const QByteArray& bo
   });
   QObject::connect(reply, &QNetworkReply::finished, reply, [reply, buffer, tooBig, done = std::move(done)] {
     if (!*tooBig && reply->isOpen()) buffer->append(reply->read(Http::maximumReplyBytes + 1 - buffer->size()));
-    const bool ok = reply->error() == QNetworkReply::NoError && !*tooBig && buffer->size() <= Http::maximumReplyBytes;
+    Http::Reply result;
+    result.status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    bool isNumber = false;
+    const int retryAfter = reply->rawHeader("Retry-After").trimmed().toInt(&isNumber);
+    if (isNumber && retryAfter >= 0) result.retryAfterSeconds = retryAfter;
+    const bool statusError = reply->error() > QNetworkReply::UnknownProxyError && result.status >= 400;
+    if (*tooBig || buffer->size() > Http::maximumReplyBytes) {
+      result.error = QStringLiteral("the answer is larger than %1 MB").arg(Http::maximumReplyBytes / (1024 * 1024));
+    } else if (reply->error() != QNetworkReply::NoError && !statusError) {
+      result.error = reply->errorString();
+    } else {
+      result.body = *buffer;
+    }
     reply->deleteLater();
-    done(ok ? std::optional<QByteArray>(*buffer) : std::nullopt);
+    done(std::move(result));
   });
+}
+
+std::optional<QByteArray> bodyOfSuccess(const Http::Reply& reply) {
+  return reply.ok() ? std::optional<QByteArray>(reply.body) : std::nullopt;
+}
+
+Http::Reply exchange(const QUrl& url, const std::optional<QByteArray>& body, const Http::Headers& headers,
+                     double timeoutSeconds) {
+  Http::Reply result;
+  if (!url.isValid()) {
+    result.error = QStringLiteral("no usable address");
+    return result;
+  }
+  bool finished = false;
+  // Owned here, so nothing waits for an event loop to be deleted (the command line has none).
+  QNetworkAccessManager manager;
+  QEventLoop loop;
+  start(manager, url, body, headers, timeoutSeconds, [&](Http::Reply reply) {
+    result = std::move(reply);
+    finished = true;
+    loop.quit();
+  });
+  if (!finished) loop.exec(QEventLoop::ExcludeUserInputEvents);
+  return result;
 }
 
 }  // namespace
@@ -57,24 +104,20 @@ void Http::post(const QUrl& url, const QByteArray& body, double timeoutSeconds,
   }
   // A manager per exchange, as a manager belongs to the thread that made it and exchanges are few.
   auto* manager = new QNetworkAccessManager;
-  start(*manager, url, body, timeoutSeconds, [manager, done = std::move(done)](std::optional<QByteArray> bytes) {
+  start(*manager, url, body, {}, timeoutSeconds, [manager, done = std::move(done)](Http::Reply reply) {
     manager->deleteLater();
-    done(std::move(bytes));
+    done(bodyOfSuccess(reply));
   });
 }
 
 std::optional<QByteArray> Http::sendSynchronousRequest(const QUrl& url, const QByteArray& body, double timeoutSeconds) {
-  std::optional<QByteArray> result;
-  if (!url.isValid()) return result;
-  bool finished = false;
-  // Owned here, so nothing waits for an event loop to be deleted (the command line has none).
-  QNetworkAccessManager manager;
-  QEventLoop loop;
-  start(manager, url, body, timeoutSeconds, [&](std::optional<QByteArray> bytes) {
-    result = std::move(bytes);
-    finished = true;
-    loop.quit();
-  });
-  if (!finished) loop.exec(QEventLoop::ExcludeUserInputEvents);
-  return result;
+  return bodyOfSuccess(exchange(url, body, {}, timeoutSeconds));
+}
+
+Http::Reply Http::postAndWait(const QUrl& url, const QByteArray& body, double timeoutSeconds) {
+  return exchange(url, body, {}, timeoutSeconds);
+}
+
+Http::Reply Http::get(const QUrl& url, const Headers& headers, double timeoutSeconds) {
+  return exchange(url, std::nullopt, headers, timeoutSeconds);
 }

@@ -211,6 +211,7 @@ Entry* MyControllerShared::addEntryFromAddPanelCheckForDuplicates(bool checkForD
   entry->setPrimitiveValue(CdKeys::dateEdited, now);
   if (Collection* c = collections_.selectedCollection(); c && c->isUser()) addEntry(entry, c);
   addEntryToAutofill(*entry);
+  if (values.contains(MKCoverImage)) setCoverImage(*entry, values.value(MKCoverImage));
   entriesController_.rearrangeObjects();
   selectEntry(entry);
   return entry;

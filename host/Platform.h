@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 #include <QVariantList>
@@ -41,6 +42,13 @@ class Platform {
   // The table of contents of the audio CD in the drive (the system's default drive when empty),
   // as a ".TOC.plist" dictionary holds it; nullopt when there is no readable audio CD.
   virtual std::optional<QVariantMap> driveTableOfContents(const QString& device) const = 0;
+  // The MusicBrainz disc identifier of a table of contents (the lead-out and each track's start
+  // in frames, track 1 first); empty when none can be made of them.
+  virtual QString musicBrainzDiscID(qint64 leadout, const QList<qint64>& starts) const {
+    Q_UNUSED(leadout);
+    Q_UNUSED(starts);
+    return {};
+  }
   // The player to ask about an inserted CD; null when the system has none that answers.
   virtual MusicPlayer* musicPlayer() { return nullptr; }
 };

@@ -31,4 +31,12 @@ inline const QString cddbTimeout = QStringLiteral("CDDB Timeout");
 // machine name.
 inline const QString cddbHelloUser = QStringLiteral("CDDB Hello User");
 inline const QString cddbHelloHost = QStringLiteral("CDDB Hello Host");
+// The online sources a disc is looked up in, in order ("MusicBrainz", "CDDB"); a source left
+// out is switched off.
+inline const QString lookupSources = QStringLiteral("Lookup Sources");
+// The MusicBrainz web service root and the cover-art service root.
+inline const QString musicBrainzServer = QStringLiteral("MusicBrainz Server");
+inline const QString coverArtServer = QStringLiteral("Cover Art Server");
+// The contact address the MusicBrainz requests name in their User-Agent.
+inline const QString musicBrainzContact = QStringLiteral("MusicBrainz Contact");
 }  // namespace SettingsKeys

@@ -12,6 +12,8 @@ class SitePlugin {
   virtual QString pluginName() const = 0;
   // The display texts of the latest search, and the result at an index of them.
   virtual QStringList resultsTitles() const { return {}; }
+  // The site's own keys of those results, index-parallel to the titles.
+  virtual QStringList resultKeys() const { return {}; }
   virtual void resultNumber(int index, const std::function<void(const QVariantMap&)>& completion) {
     Q_UNUSED(index);
     completion({});

@@ -10,6 +10,7 @@
 #include "Freedb.h"
 #include "ImportDispatcher.h"
 #include "LibraryXml.h"
+#include "MusicBrainz.h"
 #include "MyFieldsController.h"
 #include "Platform.h"
 #include "PrintController.h"
@@ -86,6 +87,10 @@ QVariantMap MyController::ownDefaults() {
       {SettingsKeys::cddbTimeout, 30.0},
       {SettingsKeys::cddbHelloUser, QStringLiteral("discary")},
       {SettingsKeys::cddbHelloHost, QStringLiteral("localhost")},
+      {SettingsKeys::lookupSources, QStringList{MusicBrainz::name, QStringLiteral("CDDB")}},
+      {SettingsKeys::musicBrainzServer, MusicBrainz::defaultServer},
+      {SettingsKeys::coverArtServer, MusicBrainz::defaultCoverServer},
+      {SettingsKeys::musicBrainzContact, QString()},
   };
 }
 

@@ -14,6 +14,7 @@
 #include <thread>
 
 class Freedb;
+class MusicBrainz;
 class ImportDispatcher;
 class LibraryXml;
 struct ImportSession;
@@ -43,6 +44,7 @@ class MyController : public MyControllerShared {
   DiscScan& discScan() { return discScan_; }
   void NSWorkspaceDidMountNotification(const QString& volumePath) { discScan_.volumeMounted(volumePath); }
   Freedb& freedb() { return discScan_.freedb(); }
+  MusicBrainz& musicBrainz() { return discScan_.musicBrainz(); }
   void setServerOverride(const QString& server) { discScan_.setServerOverride(server); }
   QString cddbServer() const { return discScan_.cddbServer(); }
   void scanDisc() { discScan_.scanDisc(); }

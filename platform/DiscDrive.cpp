@@ -2,6 +2,8 @@
 
 #include <discid/discid.h>
 
+#include <algorithm>
+#include <limits>
 #include <memory>
 
 namespace {
@@ -31,6 +33,16 @@ std::optional<QVariantMap> DiscDrive::tableOfContents(const QString& device) {
   offsets[0] = discid_get_sectors(disc.get());
   for (int track = first; track <= last; ++track) offsets[track] = discid_get_track_offset(disc.get(), track);
   return dictionaryFromOffsets(first, last, offsets);
+}
+
+QString DiscDrive::musicBrainzIdentifier(qint64 leadout, const QList<qint64>& starts) {
+  if (starts.isEmpty() || starts.size() > 99) return {};
+  int offsets[100] = {};
+  offsets[0] = int(std::clamp<qint64>(leadout, 0, std::numeric_limits<int>::max()));
+  for (qsizetype i = 0; i < starts.size(); ++i) offsets[i + 1] = int(std::clamp<qint64>(starts.at(i), 0, std::numeric_limits<int>::max()));
+  DiscHandle disc(discid_new(), &discid_free);
+  if (!disc || !discid_put(disc.get(), 1, int(starts.size()), offsets)) return {};
+  return QString::fromLatin1(discid_get_id(disc.get()));
 }
 
 QString DiscDrive::freedbIdentifier(int first, int last, int* offsets) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QVariantMap>
 #include <optional>
@@ -14,6 +15,9 @@ class DiscDrive {
   // The same shape from libdiscid's own numbers: the first and last track and the offsets, the
   // lead-out first (offsets[0]), as discid_put takes them.
   static QVariantMap dictionaryFromOffsets(int first, int last, const int* offsets);
+  // libdiscid's MusicBrainz identifier of a lead-out and the track starts (track 1 first, at most
+  // 99); empty when it refuses them.
+  static QString musicBrainzIdentifier(qint64 leadout, const QList<qint64>& starts);
   // libdiscid's freedb identifier of those numbers, for comparison; empty when it refuses them.
   static QString freedbIdentifier(int first, int last, int* offsets);
 };

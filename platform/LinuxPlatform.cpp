@@ -106,6 +106,10 @@ std::optional<QVariantMap> LinuxPlatform::driveTableOfContents(const QString& de
   return DiscDrive::tableOfContents(device);
 }
 
+QString LinuxPlatform::musicBrainzDiscID(qint64 leadout, const QList<qint64>& starts) const {
+  return DiscDrive::musicBrainzIdentifier(leadout, starts);
+}
+
 QString LinuxPlatform::applicationForFile(const QString& path) const {
   const QString type = QMimeDatabase().mimeTypeForFile(path).name();
   QProcess query;

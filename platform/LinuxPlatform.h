@@ -33,6 +33,7 @@ class LinuxPlatform : public QObject, public Platform {
   bool fileExists(const QString& path) const override;
   std::optional<QVariantMap> propertyListDictionary(const QString& path) const override;
   std::optional<QVariantMap> driveTableOfContents(const QString& device) const override;
+  QString musicBrainzDiscID(qint64 leadout, const QList<qint64>& starts) const override;
 
   struct Mount {
     QString device, mountPoint, type;

@@ -40,13 +40,15 @@ void DiscMenu::scanDisc() {
 void DiscMenu::ejectDisc() { controller_.ejectCD(); }
 
 void DiscMenu::internetSearch(const QString& text) {
-  InternetSearchDialog dialog(controller_.freedb(), window_);
+  const auto sources = controller_.discScan().sources();
+  InternetSearchDialog dialog(controller_.freedb(), controller_.musicBrainz(),
+                              !sources.isEmpty() && sources.first() == DiscLookup::Source::musicBrainz, window_);
   if (!text.isEmpty()) {
     dialog.field()->setText(text);
     dialog.search();
   }
   if (dialog.exec() != QDialog::Accepted || dialog.chosenIndex() < 0) return;
-  controller_.showResultOfSite(controller_.freedb(), dialog.chosenIndex());
+  controller_.showResultOfSite(dialog.chosenSite(), dialog.chosenIndex());
   showAddPanel();
 }
 

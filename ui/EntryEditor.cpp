@@ -21,6 +21,9 @@
 #include <QDateTime>
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QHBoxLayout>
+#include <QImage>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
@@ -121,9 +124,16 @@ EntryEditor::EntryEditor(MyController& controller, Entry* entry, QWidget* parent
   if (!entry_) buttons->button(QDialogButtonBox::Save)->setText(tr("Add"));
   connect(buttons, &QDialogButtonBox::accepted, this, &EntryEditor::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &EntryEditor::reject);
+  // The cover a lookup found, shown beside the buttons until the entry is added with it.
+  cover_ = new QLabel(this);
+  cover_->setObjectName(QStringLiteral("cover"));
+  cover_->hide();
+  auto* bottom = new QHBoxLayout;
+  bottom->addWidget(cover_);
+  bottom->addWidget(buttons);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(tabs);
-  layout->addWidget(buttons);
+  layout->addLayout(bottom);
   resize(640, 680);
 }
 
@@ -143,6 +153,10 @@ void EntryEditor::loadFromAddPanel() {
     if (identifier != statusKey) showValue(identifier, panel.valueForKey(identifier));
   }
   tracks_->setTracks(panel.trackData().tracks());
+  coverImage_ = panel.valueForKey(MKCoverImage).value<QImage>();
+  cover_->setPixmap(coverImage_.isNull() ? QPixmap() : QPixmap::fromImage(coverImage_.scaled(64, 64, Qt::KeepAspectRatio,
+                                                                                               Qt::SmoothTransformation)));
+  cover_->setVisible(!coverImage_.isNull());
   SitePlugin* site = panel.resultSite();
   const qsizetype count = site ? site->resultsTitles().size() : 0;
   back_->setVisible(count > 1);
@@ -279,6 +293,7 @@ bool EntryEditor::addEntry(const QVariantMap& values) {
   for (auto it = values.begin(); it != values.end(); ++it)
     if (it.value().isValid()) controller_.addPanel().setValue(it.value(), it.key());
   controller_.addPanel().trackData().setTracks(tracks_->tracks());
+  if (!coverImage_.isNull()) controller_.addPanel().setValue(coverImage_, MKCoverImage);
   entry_ = controller_.addEntryFromAddPanelCheckForDuplicates(true);
   if (!entry_) return false;
   if (Collection* shown = controller_.collections().selectedCollection(); shown && shown->isUser())

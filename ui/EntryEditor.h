@@ -2,12 +2,14 @@
 
 #include <QDialog>
 #include <QHash>
+#include <QImage>
 #include <vector>
 
 class Entry;
 class Link;
 class MyController;
 class LinksTable;
+class QLabel;
 class QPushButton;
 class TrackTable;
 
@@ -25,6 +27,8 @@ class EntryEditor : public QDialog {
   // The editor of a field, by identifier ("title", "status", "myRating"...).
   QWidget* editorFor(const QString& identifier) const { return editors_.value(identifier); }
   TrackTable* trackTable() const { return tracks_; }
+  // The cover of a looked-up result, hidden when there is none.
+  QLabel* cover() const { return cover_; }
   LinksTable* linksTable() const { return links_; }
   // Sets an editor's text or state as a person would; for tests and scripted fills.
   void setFieldText(const QString& identifier, const QString& text);
@@ -57,6 +61,8 @@ class EntryEditor : public QDialog {
   QStringList identifiers_;
   QHash<QString, QVariant> shown_;  // the editors' values as first shown for the entry
   TrackTable* tracks_;
+  QLabel* cover_;
+  QImage coverImage_;
   LinksTable* links_;
   std::vector<Link*> shownLinks_;  // the entry's links as the table was filled
   QPushButton *back_, *next_;

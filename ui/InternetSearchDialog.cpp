@@ -2,7 +2,9 @@
 
 #include "CdKeys.h"
 #include "Freedb.h"
+#include "MusicBrainz.h"
 
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -12,20 +14,31 @@
 #include <QRegularExpression>
 #include <QVBoxLayout>
 
-InternetSearchDialog::InternetSearchDialog(Freedb& site, QWidget* parent)
-    : QDialog(parent), site_(site), field_(new QLineEdit(this)), results_(new QListWidget(this)), status_(new QLabel(this)) {
-  setWindowTitle(tr("Internet Search: %1").arg(site.pluginName()));
+InternetSearchDialog::InternetSearchDialog(Freedb& freedb, MusicBrainz& musicBrainz, bool musicBrainzFirst, QWidget* parent)
+    : QDialog(parent),
+      freedb_(freedb),
+      musicBrainz_(musicBrainz),
+      sites_(new QComboBox(this)),
+      field_(new QLineEdit(this)),
+      results_(new QListWidget(this)),
+      status_(new QLabel(this)) {
+  setWindowTitle(tr("Internet Search"));
   setObjectName(QStringLiteral("internetSearch"));
+  sites_->addItem(freedb.pluginName());
+  sites_->addItem(musicBrainz.pluginName());
+  sites_->setCurrentIndex(musicBrainzFirst ? 1 : 0);
   field_->setPlaceholderText(tr("Artist and title, a disc identifier, or a result page address"));
   auto* find = new QPushButton(tr("Search"), this);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
   buttons->button(QDialogButtonBox::Ok)->setText(tr("Use Result"));
   connect(find, &QPushButton::clicked, this, &InternetSearchDialog::search);
   connect(field_, &QLineEdit::returnPressed, this, &InternetSearchDialog::search);
+  connect(sites_, &QComboBox::currentIndexChanged, results_, &QListWidget::clear);
   connect(results_, &QListWidget::itemDoubleClicked, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   auto* row = new QHBoxLayout;
+  row->addWidget(sites_);
   row->addWidget(field_);
   row->addWidget(find);
   auto* layout = new QVBoxLayout(this);
@@ -33,7 +46,11 @@ InternetSearchDialog::InternetSearchDialog(Freedb& site, QWidget* parent)
   layout->addWidget(results_);
   layout->addWidget(status_);
   layout->addWidget(buttons);
-  resize(520, 420);
+  resize(560, 420);
+}
+
+SitePlugin& InternetSearchDialog::chosenSite() const {
+  return sites_->currentIndex() == 1 ? static_cast<SitePlugin&>(musicBrainz_) : static_cast<SitePlugin&>(freedb_);
 }
 
 void InternetSearchDialog::search() {
@@ -41,18 +58,29 @@ void InternetSearchDialog::search() {
   if (text.isEmpty()) return;
   results_->clear();
   status_->setText(tr("Searching…"));
+  QPointer<InternetSearchDialog> self(this);
+  if (sites_->currentIndex() == 1) {
+    static const QRegularExpression discIdentifier(QStringLiteral("^[A-Za-z0-9._]{27}-$"));
+    const QVariantMap request = discIdentifier.match(text).hasMatch() ? QVariantMap{{CdKeys::musicBrainzDiscID, text}}
+                                                                      : QVariantMap{{QStringLiteral("keyword"), text}};
+    musicBrainz_.searchFor(request, [self](int count, MusicBrainz& site) {
+      if (!self) return;
+      self->searchReturned(count, site.resultsTitles());
+      if (!site.lastError().isEmpty()) self->status_->setText(site.lastError());
+    });
+    return;
+  }
   static const QRegularExpression identifier(QStringLiteral("^[0-9a-fA-F]{8}$"));
   const QVariantMap request = identifier.match(text).hasMatch() ? QVariantMap{{CdKeys::discID, text}}
                                                                 : QVariantMap{{QStringLiteral("keyword"), text}};
-  QPointer<InternetSearchDialog> self(this);
-  site_.searchFor(request, [self](int count, Freedb&) {
-    if (self) self->searchReturned(count);
+  freedb_.searchFor(request, [self](int count, Freedb& site) {
+    if (self) self->searchReturned(count, site.resultsTitles());
   });
 }
 
-void InternetSearchDialog::searchReturned(int count) {
+void InternetSearchDialog::searchReturned(int count, const QStringList& titles) {
   results_->clear();
-  results_->addItems(site_.resultsTitles());
+  results_->addItems(titles);
   if (results_->count() > 0) results_->setCurrentRow(0);
   status_->setText(count == 0 ? tr("No results.") : tr("%n result(s)", nullptr, count));
 }

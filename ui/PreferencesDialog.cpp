@@ -1,6 +1,7 @@
 #include "PreferencesDialog.h"
 
 #include "CoverCell.h"
+#include "MusicBrainz.h"
 #include "MyController.h"
 #include "Settings.h"
 #include "SettingsKeys.h"
@@ -12,6 +13,7 @@
 #include <QDoubleSpinBox>
 #include <QFormLayout>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -93,6 +95,33 @@ PreferencesDialog::PreferencesDialog(MyController& controller, QWidget* parent)
   cddbServer_ = new QLineEdit(settings.stringForKey(SettingsKeys::cddbServer));
   cddbServer_->setPlaceholderText(SettingsKeys::defaultCddbServer);
   online->addRow(tr("CDDB server (host[:port]):"), cddbServer_);
+  // The sources in the order they are asked; unticked ones are not asked. Dragging reorders.
+  sources_ = new QListWidget;
+  sources_->setObjectName(SettingsKeys::lookupSources);
+  sources_->setDragDropMode(QAbstractItemView::InternalMove);
+  sources_->setMaximumHeight(60);
+  const QList<DiscLookup::Source> chosen = controller_.discScan().sources();
+  QList<DiscLookup::Source> order = chosen;
+  for (DiscLookup::Source source : {DiscLookup::Source::musicBrainz, DiscLookup::Source::cddb})
+    if (!order.contains(source)) order << source;
+  for (DiscLookup::Source source : order) {
+    auto* item = new QListWidgetItem(source == DiscLookup::Source::musicBrainz ? MusicBrainz::name : QStringLiteral("CDDB"));
+    item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable | Qt::ItemIsDragEnabled);
+    item->setCheckState(chosen.contains(source) ? Qt::Checked : Qt::Unchecked);
+    sources_->addItem(item);
+  }
+  online->addRow(tr("Look discs up in:"), sources_);
+  for (auto& [edit, key, fallback] :
+       {std::tuple{&musicBrainzServer_, SettingsKeys::musicBrainzServer, MusicBrainz::defaultServer},
+        std::tuple{&coverServer_, SettingsKeys::coverArtServer, MusicBrainz::defaultCoverServer},
+        std::tuple{&contact_, SettingsKeys::musicBrainzContact, tr("an e-mail address or web page")}}) {
+    *edit = new QLineEdit(settings.stringForKey(key));
+    (*edit)->setObjectName(key);
+    (*edit)->setPlaceholderText(fallback);
+  }
+  online->addRow(tr("MusicBrainz server:"), musicBrainzServer_);
+  online->addRow(tr("Cover art server:"), coverServer_);
+  online->addRow(tr("Contact sent to MusicBrainz:"), contact_);
   // The disc workflow's switches, each named after its setting; all off until the user turns them on.
   for (const auto& [key, text] : {std::pair{SettingsKeys::scanCD, tr("Look up an audio CD as soon as it is mounted")},
                                   std::pair{SettingsKeys::ejectCD, tr("Eject the disc after the lookup")},
@@ -134,6 +163,16 @@ void PreferencesDialog::accept() {
                            std::pair{QStringLiteral("Print Cover Height"), coverHeight_}})
     if (!edit->text().trimmed().isEmpty()) store(key, edit->text().trimmed());
   for (QCheckBox* box : discSwitches_) store(box->objectName(), box->isChecked());
+  QStringList sources;
+  for (int i = 0; i < sources_->count(); ++i)
+    if (sources_->item(i)->checkState() == Qt::Checked) sources << sources_->item(i)->text();
+  // No source at all is stored as empty text: an empty list would read back as no value, and the
+  // default order would return.
+  store(SettingsKeys::lookupSources, sources.isEmpty() ? QVariant(QString()) : QVariant(sources));
+  for (QLineEdit* edit : {musicBrainzServer_, coverServer_, contact_}) {
+    if (edit->text().trimmed().isEmpty()) settings.removeObject(edit->objectName());
+    else store(edit->objectName(), edit->text().trimmed());
+  }
   const QString server = cddbServer_->text().trimmed();
   if (server.isEmpty()) settings.removeObject(SettingsKeys::cddbServer);
   else store(SettingsKeys::cddbServer, server);

@@ -7,6 +7,7 @@ class QCheckBox;
 class QComboBox;
 class QDoubleSpinBox;
 class QLineEdit;
+class QListWidget;
 class QSpinBox;
 
 // Every user setting of the application, in three tabs; OK stores them.
@@ -20,6 +21,8 @@ class PreferencesDialog : public QDialog {
   MyController& controller_;
   QComboBox* template_;
   QLineEdit *releaseDateFormat_, *cddbServer_, *coverWidth_, *coverHeight_;
+  QLineEdit *musicBrainzServer_, *coverServer_, *contact_;
+  QListWidget* sources_;
   QDoubleSpinBox *bezelTime_, *coverBackground_;
   QSpinBox* cellSize_;
   QCheckBox *refreshLibrary_, *importDuplicates_, *coverBorder_;

@@ -1,5 +1,6 @@
 #include "CannedCddbServer.h"
 #include "CannedHttpServer.h"
+#include "CannedMusicBrainzServer.h"
 #include "CliRunner.h"
 
 #include <QFile>
@@ -7,6 +8,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTemporaryDir>
+#include <QUrl>
 #include <gtest/gtest.h>
 
 namespace {
@@ -24,6 +26,8 @@ class DiscCliTest : public ::testing::Test {
   void SetUp() override {
     server.queryReply = "211 inexact\nrock 9a0bed0d Chagall Guevara / Chagall Guevara\nmisc 9a0bed0d Other / Other\n.\n";
     server.readCategories = {"rock"};
+    // CDDB alone, as before MusicBrainz; the tests of the default sources unset this.
+    ASSERT_EQ(discary({"settings", "set", "Lookup Sources", "[\"CDDB\"]"}).status, 0);
   }
   Outcome discary(const QStringList& args) { return cli.run(args); }
   QString toc(const char* name) const { return data + QLatin1String(name); }
@@ -34,6 +38,7 @@ TEST_F(DiscCliTest, discidReadsTheSharedTableOfContentsFiles) {
   ASSERT_EQ(plain.status, 0) << plain.err.constData();
   const QJsonObject id = plain.object();
   EXPECT_EQ(id["discID"].toString(), "6a09f20a");
+  EXPECT_EQ(id["musicBrainzDiscID"].toString(), "2_MewMz8utJB_yLXrY72m9teo_A-");
   EXPECT_EQ(id["totalTracks"].toInt(), 10);
   EXPECT_EQ(id["totalSeconds"].toInt(), 2546);
   EXPECT_TRUE(id["offsets"].toString().startsWith("150+16638+"));
@@ -45,7 +50,7 @@ TEST_F(DiscCliTest, discidReadsTheSharedTableOfContentsFiles) {
 
   QTemporaryDir volume;
   QFile::copy(toc("derived_9d09130b_11tracks.TOC.plist"), volume.filePath(".TOC.plist"));
-  EXPECT_TRUE(discary({"discid", "--volume", volume.path()}).out.startsWith("9d09130b\n"));
+  EXPECT_TRUE(discary({"discid", "--volume", volume.path()}).out.startsWith("9d09130b\nMusicBrainz: aHTAZe.MDUz3OgyV0zQLSQiO.Js-\n"));
 
   EXPECT_EQ(discary({"discid", "--toc", dir.filePath("missing")}).status, 1);
   EXPECT_EQ(discary({"discid", "--toc", data + "cddb-file_9a0bed0d.xmcd"}).status, 1);
@@ -95,6 +100,55 @@ TEST_F(DiscCliTest, scanAddsTheEntryAndAServerThatNeverAnswersFailsWithinTheTime
                                       toc("derived_9d09130b_11tracks.TOC.plist")});
   EXPECT_EQ(unanswered.status, 1);
   EXPECT_EQ(unanswered.object()["titles"].toArray(), QJsonArray());
+}
+
+TEST_F(DiscCliTest, theDefaultSourcesAskMusicBrainzFirstAndEachCanBeChosenAlone) {
+  CannedMusicBrainzServer musicBrainz;
+  ASSERT_EQ(discary({"settings", "unset", "Lookup Sources"}).status, 0);
+  const QStringList services{"--server", server.address(), "--musicbrainz-server", musicBrainz.root(), "--cover-server",
+                             musicBrainz.root()};
+  const QStringList lookup{"lookup", "--toc", toc("derived_9d09130b_11tracks.TOC.plist")};
+  const Outcome found = discary(QStringList{"--json"} + services + lookup);
+  ASSERT_EQ(found.status, 0) << found.err.constData();
+  EXPECT_EQ(found.object()["keys"].toArray(), QJsonArray{"c0f1e2d3-4b5a-4c6d-8e7f-9a0b1c2d3e4f"});
+  const QJsonObject result = found.object()["result"].toObject();
+  EXPECT_EQ(result["label"].toString(), "Example Records");
+  EXPECT_EQ(result["upc"].toString(), "0123456789012");
+  EXPECT_EQ(result["musicBrainzDiscID"].toString(), "aHTAZe.MDUz3OgyV0zQLSQiO.Js-");
+  EXPECT_EQ(result["coverImage"].toObject()["width"].toInt(), 300);
+  EXPECT_TRUE(server.requests().isEmpty());
+
+  const Outcome cddb = discary(QStringList{"--json"} + services + lookup + QStringList{"--source", "cddb"});
+  EXPECT_EQ(cddb.object()["keys"].toArray(), (QJsonArray{"rock+9a0bed0d", "misc+9a0bed0d"}));
+  EXPECT_EQ(musicBrainz.requests().size(), 2);  // the disc lookup and its cover, from the first run only
+  EXPECT_EQ(discary(services + lookup + QStringList{"--source", "gnudb"}).status, 2);
+
+  // MusicBrainz refuses: said on stderr, then CDDB answers.
+  musicBrainz.slowDowns = 2;
+  const Outcome refused = discary(QStringList{"--json"} + services + lookup);
+  EXPECT_EQ(refused.status, 0);
+  EXPECT_TRUE(refused.err.contains("MusicBrainz: HTTP status 503")) << refused.err.constData();
+  EXPECT_EQ(refused.object()["keys"].toArray().size(), 2);
+
+  const Outcome search = discary({"--json", "--musicbrainz-server", musicBrainz.root(), "websearch", "--site", "musicbrainz",
+                                  "--barcode", "0123456789012"});
+  EXPECT_EQ(search.object()["titles"].toArray().size(), 2);
+  EXPECT_TRUE(QUrl::fromPercentEncoding(musicBrainz.requests().last().path).contains("barcode:\"0123456789012\""));
+  EXPECT_EQ(discary({"websearch", "--barcode", "1"}).status, 2);  // freedb has no barcodes
+  EXPECT_EQ(discary({"websearch", "--site", "elsewhere", "--keyword", "x"}).status, 2);
+
+  // The scan adds the entry with its cover, saved: another command reads it back.
+  QTemporaryDir volume;
+  QFile::copy(toc("derived_9d09130b_11tracks.TOC.plist"), volume.filePath(".TOC.plist"));
+  const Outcome scanned = discary(QStringList{"--json"} + services + QStringList{"scan", "--volume", volume.path()});
+  ASSERT_EQ(scanned.status, 0) << scanned.err.constData();
+  const Outcome listed = discary({"--json", "list"});
+  const QJsonObject entry = listed.json().toArray().first().toObject();
+  EXPECT_EQ(entry["title"].toString(), "Written Answers");
+  EXPECT_EQ(entry["label"].toString(), "Example Records");
+  EXPECT_EQ(entry["releaseID"].toString(), "c0f1e2d3-4b5a-4c6d-8e7f-9a0b1c2d3e4f");
+  EXPECT_EQ(entry["tracks"].toArray().size(), 11);
+  EXPECT_TRUE(QFile::exists(dir.filePath(QStringLiteral("c/Covers/%1.jpg").arg(entry["uid"].toInteger()))));
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "CannedCddbServer.h"
 #include "CannedHttpServer.h"
+#include "CddbReply.h"
 #include "FakePlatform.h"
 #include "FakeWindowSystem.h"
 #include "Freedb.h"
@@ -44,6 +45,7 @@ TEST_F(FreedbTest, queriesTheDiscAndReadsTheChosenRecord) {
             "cmd=cddb+query+9d09130b+11+150+14097+27391+43983+65786+84877+99399+113226+132452+146426+163829+2323"
             "&hello=discary+localhost+discary+1.0&proto=6");
   EXPECT_EQ(freedb.durationsArray()->size(), 12);
+  EXPECT_TRUE(freedb.lastError().isEmpty());
 
   const QVariantMap result = freedb.resultNumber(0);
   EXPECT_EQ(result.value("title").toString(), QStringLiteral("Chagall Guevara"));
@@ -55,6 +57,16 @@ TEST_F(FreedbTest, queriesTheDiscAndReadsTheChosenRecord) {
   EXPECT_EQ(freedb.getDiscID()->size(), 3);
   server.queryReply = "202 No match found\n";
   EXPECT_EQ(freedb.getDiscID(), QStringList());
+  EXPECT_TRUE(freedb.lastError().isEmpty());  // an answer: the server does not know the disc
+  // A server that refuses the client name says why; that is no "no match".
+  server.queryReply = "500 Unknown developer email\n";
+  EXPECT_EQ(freedb.getDiscID(), QStringList());
+  EXPECT_EQ(freedb.lastError(), QStringLiteral("500 Unknown developer email"));
+  EXPECT_EQ(CddbReply::errorOfQuery("409 No handshake\r\n"), QStringLiteral("409 No handshake"));
+  EXPECT_EQ(CddbReply::errorOfQuery("211 inexact\n"), QString());
+  EXPECT_EQ(CddbReply::errorOfQuery("5000 words"), QString());
+  EXPECT_EQ(CddbReply::errorOfQuery("530 Server error"), QStringLiteral("530 Server error"));  // no line end
+  EXPECT_EQ(CddbReply::errorOfQuery(""), QString());
 }
 
 TEST_F(FreedbTest, probesEveryCategoryAndSearchesTheWebSite) {
@@ -108,6 +120,8 @@ TEST_F(FreedbTest, hostileServersGiveNoMatchWithinTheTimeOut) {
     QElapsedTimer clock;
     clock.start();
     EXPECT_EQ(freedb.getDiscID(), QStringList()) << int(m);
+    // Bytes that are no reply are an answer without a match; the rest are failures to say.
+    EXPECT_EQ(freedb.lastError().isEmpty(), m == Mode::binary) << int(m) << qPrintable(freedb.lastError());
     EXPECT_LT(clock.elapsed(), 10000);  // a generous bound: the time-out is 0.3 seconds
     EXPECT_TRUE(freedb.readKey("rock+1").isEmpty());
   }

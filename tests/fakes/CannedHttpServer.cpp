@@ -27,7 +27,7 @@ CannedHttpServer::CannedHttpServer(Handler handler) : handler_(std::move(handler
           }
           if (buffer->size() < headerEnd + 4 + length) return;
           const QList<QByteArray> words = header.left(header.indexOf('\r')).split(' ');
-          Request request{words.value(0), words.value(1), buffer->mid(headerEnd + 4, length)};
+          Request request{words.value(0), words.value(1), buffer->mid(headerEnd + 4, length), header};
           buffer->clear();
           {
             QMutexLocker lock(&mutex_);

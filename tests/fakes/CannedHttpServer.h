@@ -18,6 +18,7 @@ class CannedHttpServer {
  public:
   struct Request {
     QByteArray method, path, body;
+    QByteArray header;  // the request line and header lines, as sent
   };
   using Handler = std::function<std::optional<QByteArray>(const Request& request)>;
 

@@ -1,5 +1,6 @@
 #include "FakePlatform.h"
 
+#include "DiscDrive.h"
 #include "PropertyListReader.h"
 
 #include <QFileInfo>
@@ -24,4 +25,8 @@ bool FakePlatform::fileExists(const QString& path) const { return QFileInfo(path
 
 std::optional<QVariantMap> FakePlatform::propertyListDictionary(const QString& path) const {
   return PropertyListReader::readDictionary(path);
+}
+
+QString FakePlatform::musicBrainzDiscID(qint64 leadout, const QList<qint64>& starts) const {
+  return DiscDrive::musicBrainzIdentifier(leadout, starts);
 }

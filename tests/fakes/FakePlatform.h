@@ -21,6 +21,8 @@ class FakePlatform : public Platform {
   std::optional<QVariantMap> propertyListDictionary(const QString& path) const override;
   std::optional<QVariantMap> driveTableOfContents(const QString&) const override { return drive; }
   MusicPlayer* musicPlayer() override { return player; }
+  // libdiscid's, as on the desktop.
+  QString musicBrainzDiscID(qint64 leadout, const QList<qint64>& starts) const override;
 
   void mount(const QString& path);
   QString applicationForFile(const QString& path) const override { return applications.value(path); }

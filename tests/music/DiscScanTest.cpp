@@ -1,5 +1,6 @@
 #include "CannedCddbServer.h"
 #include "CannedHttpServer.h"
+#include "CannedMusicBrainzServer.h"
 #include "DiscScan.h"
 #include "Entry.h"
 #include "FakePlatform.h"
@@ -12,6 +13,7 @@
 
 #include <QElapsedTimer>
 #include <QFile>
+#include <QImage>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -47,6 +49,8 @@ class DiscScanTest : public ::testing::Test {
     ASSERT_TRUE(controller->openCatalogue(":memory:").ok());
     settings.setObject(SettingsKeys::refreshItunesAuto, false);
     settings.setObject(SettingsKeys::cddbServer, server.address());
+    // The CDDB workflow as it always was; the tests of both sources turn MusicBrainz on again.
+    settings.setObject(SettingsKeys::lookupSources, QStringList{"CDDB"});
     controller->applicationDidFinishLaunching();
   }
   QStringList panelTrackNames() const {
@@ -208,6 +212,65 @@ TEST_F(DiscScanTest, thePlayersNineItemsBecomeAResultDictionary) {
                                                                    QStringList{}, QStringList{}});
   EXPECT_EQ(empty, (QVariantMap{{"title", "T"}, {"genre", "G"}}));
   EXPECT_FALSE(controller->dictionaryFromPlayerItems({"too", "few"}));
+}
+
+class DiscScanSourcesTest : public DiscScanTest {
+ protected:
+  CannedMusicBrainzServer musicBrainz;
+  QTemporaryDir elevenTracks;
+
+  void SetUp() override {
+    DiscScanTest::SetUp();
+    ASSERT_TRUE(controller->openCatalogue(dir.filePath("Discary.sqlite")).ok());  // covers need a data folder
+    settings.removeObject(SettingsKeys::lookupSources);  // the defaults: MusicBrainz, then CDDB
+    settings.setObject(SettingsKeys::musicBrainzServer, musicBrainz.root());
+    settings.setObject(SettingsKeys::coverArtServer, musicBrainz.root());
+    QFile::copy(data + "derived_9d09130b_11tracks.TOC.plist", elevenTracks.filePath(".TOC.plist"));
+    platform.volumes = {elevenTracks.path()};
+  }
+};
+
+TEST_F(DiscScanSourcesTest, musicBrainzAnswersFirstWithLabelBarcodeAndCover) {
+  platform.mount(elevenTracks.path());  // "scanCD" is off: nobody is asked anything
+  EXPECT_TRUE(musicBrainz.requests().isEmpty());
+  settings.setObject(SettingsKeys::firstResultAdd, true);
+  controller->scanDisc();
+  EXPECT_TRUE(server.requests().isEmpty());  // CDDB is not asked once MusicBrainz knows the disc
+  ASSERT_EQ(controller->managedObjectContext().entries().size(), 1u);
+  Entry* entry = controller->managedObjectContext().entries().front();
+  EXPECT_EQ(entry->stringValue("title"), QStringLiteral("Written Answers"));
+  EXPECT_EQ(entry->stringValue("artist"), QStringLiteral("The Sample Ensemble"));
+  EXPECT_EQ(entry->stringValue("label"), QStringLiteral("Example Records"));
+  EXPECT_EQ(entry->stringValue("upc"), QStringLiteral("0123456789012"));
+  EXPECT_EQ(entry->stringValue("releaseID"), QStringLiteral("c0f1e2d3-4b5a-4c6d-8e7f-9a0b1c2d3e4f"));
+  EXPECT_EQ(entry->stringValue("musicBrainzDiscID"), QStringLiteral("aHTAZe.MDUz3OgyV0zQLSQiO.Js-"));
+  EXPECT_EQ(entry->stringValue("discID"), QStringLiteral("9d09130b"));
+  EXPECT_EQ(entry->tracksSortedByPosition().size(), 11u);
+  const QImage cover(controller->managedObjectContext().coverPathOf(entry->uid()));
+  EXPECT_EQ(cover.size(), QSize(300, 300));
+}
+
+TEST_F(DiscScanSourcesTest, aSourceThatDoesNotAnswerIsSaidInItsOwnWordsBeforeTheNextIsTried) {
+  musicBrainz.discReplies.clear();  // MusicBrainz knows nothing: CDDB answers, and nobody complains
+  controller->scanDisc();
+  EXPECT_EQ(controller->addPanel().valueForKey("title").toString(), QStringLiteral("Chagall Guevara"));
+  EXPECT_TRUE(windowSystem.notices.isEmpty());
+
+  musicBrainz.slowDowns = 2;
+  controller->scanDisc();
+  EXPECT_EQ(controller->addPanel().valueForKey("title").toString(), QStringLiteral("Chagall Guevara"));
+  ASSERT_EQ(windowSystem.notices.size(), 1);
+  EXPECT_TRUE(windowSystem.notices.first().startsWith("MusicBrainz: HTTP status 503"));
+
+  // Neither knows the disc, and the CDDB server refuses the client: not "no match", but why.
+  server.queryReply = "500 Unknown developer email\n";
+  controller->scanDisc();
+  ASSERT_EQ(windowSystem.alertMessages.size(), 1);
+  EXPECT_TRUE(windowSystem.alertMessages.first().contains("CDDB: 500 Unknown developer email"));
+  EXPECT_FALSE(windowSystem.alertMessages.first().contains("no match"));
+  server.queryReply = "202 No match found\n";
+  controller->scanDisc();
+  EXPECT_TRUE(windowSystem.alertMessages.last().contains("no match"));
 }
 
 TEST(DiscScanNamingTest, unnamedTracksAreNumberedByTheirPlaceOnTheDisc) {

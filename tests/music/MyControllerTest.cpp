@@ -37,8 +37,9 @@ TEST_F(MyControllerTest, RegistersTheDefaults) {
                          "DefaultColumns", "InfoTemplate", "Refresh Itunes Auto", "releaseDateFormat"}));
   // The program's own settings come from their own table; a mounted volume is never looked up unasked.
   const QVariantMap own = MyController::ownDefaults();
-  EXPECT_EQ(own.keys(), (QStringList{"CDDB Hello Host", "CDDB Hello User", "CDDB Server", "CDDB Timeout",
-                                     "First Result Add", "ejectCD", "scanCD"}));
+  EXPECT_EQ(own.keys(), (QStringList{"CDDB Hello Host", "CDDB Hello User", "CDDB Server", "CDDB Timeout", "Cover Art Server",
+                                     "First Result Add", "Lookup Sources", "MusicBrainz Contact", "MusicBrainz Server",
+                                     "ejectCD", "scanCD"}));
   EXPECT_EQ(settings.registeredDefaults().size(), 9 + own.size());
   EXPECT_FALSE(settings.boolForKey("scanCD"));
   EXPECT_FALSE(settings.boolForKey("ejectCD"));
@@ -46,6 +47,8 @@ TEST_F(MyControllerTest, RegistersTheDefaults) {
   EXPECT_EQ(settings.floatForKey("CDDB Timeout"), 30.0);
   EXPECT_EQ(settings.stringForKey("CDDB Hello User"), "discary");
   EXPECT_EQ(settings.stringForKey("CDDB Hello Host"), "localhost");
+  EXPECT_EQ(settings.objectForKey("Lookup Sources").toStringList(), (QStringList{"MusicBrainz", "CDDB"}));
+  EXPECT_EQ(settings.stringForKey("MusicBrainz Server"), "https://musicbrainz.org");
   EXPECT_EQ(settings.stringForKey("InfoTemplate"), "Collection.html");
   EXPECT_EQ(settings.stringForKey("releaseDateFormat"), "yyyy");
   EXPECT_TRUE(settings.boolForKey("Cover Border"));

@@ -1,4 +1,5 @@
 #include "CannedCddbServer.h"
+#include "CannedMusicBrainzServer.h"
 #include "Entry.h"
 #include "EntryEditor.h"
 #include "EntryTableModel.h"
@@ -16,6 +17,8 @@
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
 #include <QFile>
 #include <QInputDialog>
 #include <QLineEdit>
@@ -28,6 +31,14 @@
 namespace {
 
 const QString data = QStringLiteral(DISCARY_TEST_DATA "/disc/");
+
+// What an editor shows, be it a line or a combo box.
+QString editorText(EntryEditor* editor, const char* key) {
+  QWidget* widget = editor->editorFor(QLatin1String(key));
+  if (auto* line = qobject_cast<QLineEdit*>(widget)) return line->text();
+  if (auto* combo = qobject_cast<QComboBox*>(widget)) return combo->currentText();
+  return QStringLiteral("(no editor for %1)").arg(QLatin1String(key));
+}
 
 template <typename Widget>
 void whenShown(std::function<void(Widget*)> act) {
@@ -42,6 +53,7 @@ void whenShown(std::function<void(Widget*)> act) {
 class DiscScanGuiTest : public ::testing::Test {
  protected:
   CannedCddbServer server;
+  CannedMusicBrainzServer musicBrainz;
   QTemporaryDir dir, volume;
   Settings settings{dir.filePath("discary.conf")};
   QtWindowSystem windowSystem;
@@ -56,6 +68,10 @@ class DiscScanGuiTest : public ::testing::Test {
     ASSERT_TRUE(controller->openCatalogue(dir.filePath("Discary.sqlite")).ok());
     settings.setObject(SettingsKeys::refreshItunesAuto, false);
     settings.setObject(SettingsKeys::cddbServer, server.address());
+    // CDDB alone, as before MusicBrainz; the test of the default sources turns it on.
+    settings.setObject(SettingsKeys::lookupSources, QStringList{"CDDB"});
+    settings.setObject(SettingsKeys::musicBrainzServer, musicBrainz.root());
+    settings.setObject(SettingsKeys::coverArtServer, musicBrainz.root());
     controller->applicationDidFinishLaunching();
   }
   QAction* menuAction(MainWindow& window, const char* name) { return window.findChild<QAction*>(QLatin1String(name)); }
@@ -88,6 +104,31 @@ TEST_F(DiscScanGuiTest, scanningADiscFillsTheEditorAndAddsTheEntry) {
   Store saved;
   ASSERT_TRUE(saved.open(dir.filePath("Discary.sqlite")).ok());
   EXPECT_TRUE(saved.entries().empty());
+}
+
+TEST_F(DiscScanGuiTest, withTheDefaultSourcesMusicBrainzFillsTheEditorWithLabelBarcodeAndCover) {
+  settings.removeObject(SettingsKeys::lookupSources);
+  MainWindow window(*controller, windowSystem);
+  windowSystem.setWindow(&window);
+  window.show();
+  QStringList shown;
+  int shownTracks = 0;
+  bool coverShown = false;
+  whenShown<EntryEditor>([&](EntryEditor* editor) {
+    for (const char* key : {"title", "artist", "label", "upc"}) shown << editorText(editor, key);
+    shownTracks = int(editor->trackTable()->tracks().size());
+    coverShown = editor->cover()->isVisible() && !editor->cover()->pixmap().isNull();
+    editor->accept();
+  });
+  menuAction(window, "scanDisc")->trigger();
+  EXPECT_EQ(shown, (QStringList{"Written Answers", "The Sample Ensemble", "Example Records", "0123456789012"}));
+  EXPECT_EQ(shownTracks, 11);
+  EXPECT_TRUE(coverShown);
+  EXPECT_TRUE(server.requests().isEmpty());
+  ASSERT_EQ(window.listModel()->rowCount(), 1);
+  Entry* entry = window.listModel()->entryAt(0);
+  EXPECT_EQ(entry->stringValue("upc"), QStringLiteral("0123456789012"));
+  EXPECT_EQ(QImage(controller->managedObjectContext().coverPathOf(entry->uid())).size(), QSize(300, 300));
 }
 
 TEST_F(DiscScanGuiTest, aMountedDiscIsLookedUpOnlyOnceTurnedOnInPreferences) {
@@ -159,6 +200,41 @@ TEST_F(DiscScanGuiTest, theInternetSearchPanelFindsAndOpensAResult) {
   menuAction(window, "internetSearch")->trigger();
   EXPECT_EQ(listed, QStringList{"Chagall Guevara:Chagall Guevara"});
   EXPECT_EQ(shownTitle, QStringLiteral("Chagall Guevara"));
+}
+
+TEST_F(DiscScanGuiTest, theInternetSearchPanelSearchesMusicBrainzAndPreferencesOrderTheSources) {
+  MainWindow window(*controller, windowSystem);
+  windowSystem.setWindow(&window);
+  window.show();
+  whenShown<PreferencesDialog>([](PreferencesDialog* preferences) {
+    auto* sources = preferences->findChild<QListWidget*>(SettingsKeys::lookupSources);
+    ASSERT_EQ(sources->count(), 2);
+    EXPECT_EQ(sources->item(0)->text(), QStringLiteral("CDDB"));  // as this test's settings have it
+    sources->item(1)->setCheckState(Qt::Checked);
+    sources->insertItem(0, sources->takeItem(1));  // MusicBrainz first, as a drag would
+    preferences->accept();
+  });
+  menuAction(window, "preferences")->trigger();
+  EXPECT_EQ(settings.objectForKey(SettingsKeys::lookupSources).toStringList(), (QStringList{"MusicBrainz", "CDDB"}));
+
+  QStringList listed;
+  QString site;
+  whenShown<InternetSearchDialog>([&](InternetSearchDialog* dialog) {
+    site = dialog->sites()->currentText();  // the first source of the settings
+    dialog->field()->setText("Written Answers");
+    dialog->search();
+    for (int i = 0; i < dialog->results()->count(); ++i) listed << dialog->results()->item(i)->text();
+    dialog->accept();
+  });
+  QString shownLabel;
+  whenShown<EntryEditor>([&](EntryEditor* editor) {
+    shownLabel = editorText(editor, "label");
+    editor->reject();
+  });
+  menuAction(window, "internetSearch")->trigger();
+  EXPECT_EQ(site, QStringLiteral("MusicBrainz"));
+  EXPECT_EQ(listed.size(), 2);
+  EXPECT_EQ(shownLabel, QStringLiteral("Example Records"));
 }
 
 }  // namespace
