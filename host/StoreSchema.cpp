@@ -25,7 +25,7 @@ static QString columnDefinitions(const EntitySchema& schema) {
 }
 
 QStringList createStatements(const QString& p) {
-  return {
+  const QStringList statements = {
       QStringLiteral("CREATE TABLE %1entries (uid INTEGER PRIMARY KEY, %2)").arg(p, columnDefinitions(EntitySchema::cd())),
       QStringLiteral("CREATE TABLE %1tracks (id INTEGER PRIMARY KEY, entry_uid INTEGER NOT NULL, %2)")
           .arg(p, columnDefinitions(EntitySchema::track())),
@@ -39,6 +39,16 @@ QStringList createStatements(const QString& p) {
                      "position INTEGER, PRIMARY KEY (collection_id, entry_uid)) WITHOUT ROWID")
           .arg(p),
       QStringLiteral("CREATE TABLE %1meta (key TEXT PRIMARY KEY, value) WITHOUT ROWID").arg(p),
+  };
+  return statements + entryRevisionsCreateStatements(p);
+}
+
+QStringList entryRevisionsCreateStatements(const QString& p) {
+  return {
+      QStringLiteral("CREATE TABLE %1entry_revisions (uid INTEGER PRIMARY KEY, revision INTEGER NOT NULL, "
+                     "deleted INTEGER NOT NULL DEFAULT 0)")
+          .arg(p),
+      QStringLiteral("CREATE INDEX %1entry_revisions_revision ON %1entry_revisions(revision)").arg(p),
   };
 }
 
@@ -99,6 +109,14 @@ QStringList version5CreateStatements() {
                      "position INTEGER, PRIMARY KEY (collection_id, entry_uid)) WITHOUT ROWID"),
       QStringLiteral("CREATE TABLE meta (key TEXT PRIMARY KEY, value) WITHOUT ROWID"),
   };
+}
+
+QStringList version6CreateStatements() {
+  QStringList statements = version5CreateStatements();
+  statements[0].replace(QStringLiteral("\"localeLanguage\" TEXT)"),
+                        QStringLiteral("\"localeLanguage\" TEXT, \"releaseID\" TEXT, \"musicBrainzDiscID\" TEXT, "
+                                       "\"barcodeSource\" TEXT)"));
+  return statements;
 }
 
 }  // namespace StoreSchema
