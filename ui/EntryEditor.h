@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Store.h"
+
 #include <QDialog>
 #include <QHash>
 #include <vector>
@@ -8,6 +10,7 @@ class Entry;
 class Link;
 class MyController;
 class LinksTable;
+class QLabel;
 class QPushButton;
 class TrackTable;
 
@@ -37,6 +40,12 @@ class EntryEditor : public QDialog {
 
   void accept() override;
 
+  // Another process saved the entry being edited: fields the user has not touched show the new
+  // values, a changed field the user is editing keeps what they typed and the notice says so. An
+  // entry deleted elsewhere can be saved back as a new entry, or dropped with Cancel.
+  void showOutsideChanges(const Store::OutsideChanges& changes);
+  QLabel* outsideChangeNotice() const { return notice_; }
+
  private:
   QWidget* makeEditor(const QString& identifier, int type, bool longText);
   void showValue(const QString& identifier, const QVariant& value);
@@ -50,12 +59,18 @@ class EntryEditor : public QDialog {
   void applyTo(Entry& entry, const QVariantMap& values);
   // New links are finished as every new link is (moved, typed); removed ones go.
   void applyLinks(Entry& entry);
+  void showTracks();
+  void showLinks();
 
   MyController& controller_;
   Entry* entry_;
   QHash<QString, QWidget*> editors_;
   QStringList identifiers_;
   QHash<QString, QVariant> shown_;  // the editors' values as first shown for the entry
+  QHash<QString, QVariant> stored_;  // the entry's values as last seen
+  bool deletedElsewhere_ = false;
+  QLabel* notice_;
+  QPushButton* save_;
   TrackTable* tracks_;
   LinksTable* links_;
   std::vector<Link*> shownLinks_;  // the entry's links as the table was filled
