@@ -61,8 +61,8 @@ int EntryWriter::updateAttributes(const Entry& entry, const std::vector<int>& in
   auto& update = updates_[set];
   if (!update) {
     // With nothing to set (only tracks or links changed) the statement still tells whether the row is there.
-    update = std::make_shared<SqliteStatement>(
-        db_, QStringLiteral("UPDATE %1entries SET %2 WHERE uid=?").arg(prefix_, set.isEmpty() ? QStringLiteral("uid=uid") : set));
+    update = std::make_shared<SqliteStatement>(db_, QStringLiteral("UPDATE %1entries SET %2 WHERE uid=?")
+                                                        .arg(prefix_, set.isEmpty() ? QStringLiteral("uid=uid") : set));
     if (!update->isValid()) return -1;
   }
   int at = 1;

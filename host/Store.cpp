@@ -426,7 +426,8 @@ bool Store::save(QString* error) {
   const qint64 revision = metaNumber(revisionKey) + 1;
   if (!setMetaNumber(revisionKey, revision)) return fail(QStringLiteral("Cannot write the catalogue"));
   EntryWriter writer(db_.handle());
-  SqliteStatement mark(db_.handle(), QStringLiteral("INSERT OR REPLACE INTO entry_revisions(uid,revision,deleted) VALUES(?,?,?)"));
+  SqliteStatement mark(db_.handle(),
+                       QStringLiteral("INSERT OR REPLACE INTO entry_revisions(uid,revision,deleted) VALUES(?,?,?)"));
   SqliteStatement savedRevision(db_.handle(), QStringLiteral("SELECT revision FROM entry_revisions WHERE uid=?"));
   if (!writer.isValid() || !mark.isValid() || !savedRevision.isValid())
     return fail(QStringLiteral("Cannot write the catalogue"));
@@ -550,13 +551,15 @@ void Store::mergeSavedRow(Entry& entry, const SqliteStatement& row, int firstCol
   for (int i = 0; i < int(attributes.size()); ++i) {
     if (mine.contains(i)) continue;
     const bool saved = !row.isNull(i + firstColumn);
-    if (saved || entry.valueAt(i)) entry.loadValueAt(i, saved ? SqlValue::read(row, i + firstColumn, attributes[i].kind) : QVariant());
+    if (saved || entry.valueAt(i))
+      entry.loadValueAt(i, saved ? SqlValue::read(row, i + firstColumn, attributes[i].kind) : QVariant());
   }
 }
 
 void Store::reloadEntry(Entry& entry) {
-  SqliteStatement q(db_.handle(),
-                    QStringLiteral("SELECT %1 FROM entries WHERE uid=?").arg(StoreSchema::columnList(EntitySchema::cd())));
+  SqliteStatement q(
+      db_.handle(),
+      QStringLiteral("SELECT %1 FROM entries WHERE uid=?").arg(StoreSchema::columnList(EntitySchema::cd())));
   q.bind(1, entry.uid());
   if (q.step() == SQLITE_ROW) mergeSavedRow(entry, q, 0);
   reloadRelationships(entry);
@@ -609,9 +612,10 @@ Store::OutsideChanges Store::refresh() {
   const qint64 revision = metaNumber(revisionKey);
   QStringList columns;
   for (const auto& a : EntitySchema::cd().attributes()) columns << QStringLiteral("e.") + StoreSchema::quoted(a.key);
-  SqliteStatement q(db_.handle(), QStringLiteral("SELECT r.uid,r.revision,r.deleted OR e.uid IS NULL,%1 FROM entry_revisions r "
-                                                 "LEFT JOIN entries e ON e.uid=r.uid WHERE r.revision>? ORDER BY r.uid")
-                                      .arg(columns.join(QLatin1Char(','))));
+  SqliteStatement q(db_.handle(),
+                    QStringLiteral("SELECT r.uid,r.revision,r.deleted OR e.uid IS NULL,%1 FROM entry_revisions r "
+                                   "LEFT JOIN entries e ON e.uid=r.uid WHERE r.revision>? ORDER BY r.uid")
+                        .arg(columns.join(QLatin1Char(','))));
   q.bind(1, seenRevision_);
   while (revision > seenRevision_ && q.step() == SQLITE_ROW) {
     const qint64 uid = q.int64(0), saved = q.int64(1);
@@ -627,7 +631,8 @@ Store::OutsideChanges Store::refresh() {
       loadRow(q, *added, 3);
       added->setRevision(saved);
       e = added.get();
-      entries_.insert(std::lower_bound(entries_.begin(), entries_.end(), uid, [](Entry* a, qint64 u) { return a->uid() < u; }), e);
+      entries_.insert(
+          std::lower_bound(entries_.begin(), entries_.end(), uid, [](Entry* a, qint64 u) { return a->uid() < u; }), e);
       byUID_.emplace(uid, std::move(added));
       changes.added.push_back(e);
     } else if (saved > e->revision()) {

@@ -26,7 +26,8 @@ static QString columnDefinitions(const EntitySchema& schema) {
 
 QStringList createStatements(const QString& p) {
   const QStringList statements = {
-      QStringLiteral("CREATE TABLE %1entries (uid INTEGER PRIMARY KEY, %2)").arg(p, columnDefinitions(EntitySchema::cd())),
+      QStringLiteral("CREATE TABLE %1entries (uid INTEGER PRIMARY KEY, %2)")
+          .arg(p, columnDefinitions(EntitySchema::cd())),
       QStringLiteral("CREATE TABLE %1tracks (id INTEGER PRIMARY KEY, entry_uid INTEGER NOT NULL, %2)")
           .arg(p, columnDefinitions(EntitySchema::track())),
       QStringLiteral("CREATE INDEX %1tracks_entry ON %1tracks(entry_uid)").arg(p),
@@ -34,7 +35,8 @@ QStringList createStatements(const QString& p) {
           .arg(p, columnDefinitions(EntitySchema::link())),
       QStringLiteral("CREATE INDEX %1links_entry ON %1links(entry_uid)").arg(p),
       QStringLiteral("CREATE INDEX %1links_url ON %1links(url)").arg(p),
-      QStringLiteral("CREATE TABLE %1collections (id INTEGER PRIMARY KEY, name TEXT NOT NULL, position INTEGER)").arg(p),
+      QStringLiteral("CREATE TABLE %1collections (id INTEGER PRIMARY KEY, name TEXT NOT NULL, position INTEGER)")
+          .arg(p),
       QStringLiteral("CREATE TABLE %1collection_entries (collection_id INTEGER NOT NULL, entry_uid INTEGER NOT NULL, "
                      "position INTEGER, PRIMARY KEY (collection_id, entry_uid)) WITHOUT ROWID")
           .arg(p),

@@ -129,7 +129,8 @@ void EntryEditor::showTracks() {
   QVariantList tracks;
   for (Track* t : entry_->tracksSortedByPosition()) {
     QVariantMap track;
-    t->forEachValue([&](int index, const QVariant& value) { track.insert(t->schema().attributes()[index].key, value); });
+    t->forEachValue(
+        [&](int index, const QVariant& value) { track.insert(t->schema().attributes()[index].key, value); });
     tracks << track;
   }
   tracks_->setTracks(tracks);
@@ -146,13 +147,16 @@ void EntryEditor::showLinks() {
 }
 
 void EntryEditor::showOutsideChanges(const Store::OutsideChanges& changes) {
-  auto has = [this](const std::vector<Entry*>& entries) { return std::find(entries.begin(), entries.end(), entry_) != entries.end(); };
+  auto has = [this](const std::vector<Entry*>& entries) {
+    return std::find(entries.begin(), entries.end(), entry_) != entries.end();
+  };
   if (!entry_ || deletedElsewhere_) return;
   if (has(changes.removed)) {
     deletedElsewhere_ = true;
     save_->setText(tr("Save as New Entry"));
-    notice_->setText(tr("Another program deleted this entry. Save as New Entry keeps it, with what you typed, as a new "
-                        "entry; Cancel lets it go."));
+    notice_->setText(
+        tr("Another program deleted this entry. Save as New Entry keeps it, with what you typed, as a new "
+           "entry; Cancel lets it go."));
     notice_->show();
     return;
   }
@@ -320,8 +324,8 @@ bool EntryEditor::readValues(QVariantMap* values, QString* problem) const {
 void EntryEditor::accept() {
   // Catch up with other programs first: a deletion they made is then the user's choice, not a
   // failed save.
-  if (auto* watcher = parentWidget() ? parentWidget()->findChild<CatalogueWatcher*>() : nullptr; watcher && entry_ &&
-      !deletedElsewhere_ && watcher->checkNow() && deletedElsewhere_)
+  if (auto* watcher = parentWidget() ? parentWidget()->findChild<CatalogueWatcher*>() : nullptr;
+      watcher && entry_ && !deletedElsewhere_ && watcher->checkNow() && deletedElsewhere_)
     return;
   const bool again = deletedElsewhere_;
   if (again) {

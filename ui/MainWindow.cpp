@@ -92,7 +92,8 @@ MainWindow::MainWindow(MyController& controller, QtWindowSystem& windowSystem)
   restoreState();
   collections_->reload();
   refreshList();
-  watcher_ = new CatalogueWatcher(controller_, [this](const Store::OutsideChanges& changes) { showOutsideChanges(changes); }, this);
+  watcher_ = new CatalogueWatcher(
+      controller_, [this](const Store::OutsideChanges& changes) { showOutsideChanges(changes); }, this);
 }
 
 QWidget* MainWindow::buildListPane() {

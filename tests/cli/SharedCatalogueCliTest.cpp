@@ -24,7 +24,8 @@ class SharedCatalogueCliTest : public ::testing::Test {
   // A discary command started and left running, as a second program would be.
   std::unique_ptr<QProcess> start(const QStringList& args) {
     auto process = std::make_unique<QProcess>();
-    process->start(DISCARY_BINARY, QStringList{"--catalogue", catalogue(), "--settings", dir.filePath("d.conf"), "--quiet"} + args);
+    process->start(DISCARY_BINARY,
+                   QStringList{"--catalogue", catalogue(), "--settings", dir.filePath("d.conf"), "--quiet"} + args);
     EXPECT_TRUE(process->waitForStarted());
     return process;
   }
@@ -56,7 +57,8 @@ TEST_F(SharedCatalogueCliTest, KillingACommandAtAnyMomentLosesNothingThatWasRepo
   int killed = 0;
   for (int i = 0; i < 40; ++i) {
     const QString title = QStringLiteral("Take %1").arg(i);
-    auto add = start({"--json", "add", "title=" + title, "--collection", "Takes", "--track", "name=Intro;duration=1:00"});
+    auto add =
+        start({"--json", "add", "title=" + title, "--collection", "Takes", "--track", "name=Intro;duration=1:00"});
     QThread::msleep(QRandomGenerator::global()->bounded(span));
     add->kill();
     add->waitForFinished(60000);

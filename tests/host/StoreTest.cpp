@@ -425,8 +425,9 @@ TEST_F(StoreTest, FilesThatAreNotCataloguesAreRefusedAndLeftAlone) {
       EXPECT_EQ(fileHash(c.path), before) << qPrintable(c.path);
     }
     if (c.path == newer) {
-      EXPECT_TRUE(result.message.endsWith("was written by a newer version of Discary (catalogue version 8); this "
-                                          "version reads up to catalogue version 7."))
+      EXPECT_TRUE(
+          result.message.endsWith("was written by a newer version of Discary (catalogue version 8); this "
+                                  "version reads up to catalogue version 7."))
           << qPrintable(result.message);
     }
   }

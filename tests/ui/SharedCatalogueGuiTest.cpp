@@ -120,16 +120,17 @@ TEST_F(SharedCatalogueGuiTest, EditsOfOneEntryInBothProgramsKeepBothAndTheEditor
   ok(cli.run({"edit", "Kind of Blue", "genre=Modal Jazz", "label=Legacy", "summary=Recorded in 1959"}));
   QTRY_COMPARE_WITH_TIMEOUT(textIn(editor.editorFor("genre")), QString("Modal Jazz"), 10000);
   EXPECT_TRUE(editor.outsideChangeNotice()->isVisible());
-  EXPECT_TRUE(editor.outsideChangeNotice()->text().contains("Label")) << editor.outsideChangeNotice()->text().toStdString();
+  EXPECT_TRUE(editor.outsideChangeNotice()->text().contains("Label"))
+      << editor.outsideChangeNotice()->text().toStdString();
   EXPECT_FALSE(editor.outsideChangeNotice()->text().contains("Genre"));
   EXPECT_EQ(textIn(editor.editorFor("label")), "Columbia");  // what the user typed stays
 
   editor.accept();
   const QJsonObject saved = listed("Kind of Blue");
-  EXPECT_EQ(saved.value("genre").toString(), "Modal Jazz");        // theirs, untouched here
+  EXPECT_EQ(saved.value("genre").toString(), "Modal Jazz");          // theirs, untouched here
   EXPECT_EQ(saved.value("summary").toString(), "Recorded in 1959");  // theirs
-  EXPECT_EQ(saved.value("label").toString(), "Columbia");          // both: the later save wins
-  EXPECT_EQ(saved.value("comments").toString(), "Mono pressing");   // ours
+  EXPECT_EQ(saved.value("label").toString(), "Columbia");            // both: the later save wins
+  EXPECT_EQ(saved.value("comments").toString(), "Mono pressing");    // ours
   EXPECT_EQ(saved.value("artist").toString(), "Miles Davis");
 
   // The command line's edit after the window's wins the same way, and the window follows.
@@ -158,7 +159,8 @@ TEST_F(SharedCatalogueGuiTest, AnEntryDeletedElsewhereWhileInTheEditorIsSavedAsN
   editor.setFieldText("comments", "Blue Note 1577");
   ok(cli.run({"delete", "Blue Train"}));
   QTRY_VERIFY_WITH_TIMEOUT(editor.outsideChangeNotice()->isVisible(), 10000);
-  EXPECT_TRUE(editor.outsideChangeNotice()->text().contains("deleted")) << editor.outsideChangeNotice()->text().toStdString();
+  EXPECT_TRUE(editor.outsideChangeNotice()->text().contains("deleted"))
+      << editor.outsideChangeNotice()->text().toStdString();
   EXPECT_EQ(editor.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Save)->text(), "Save as New Entry");
   editor.accept();
   const QJsonObject saved = listed("Blue Train");
