@@ -114,6 +114,7 @@ QStringList version5CreateStatements() {
 }
 
 QStringList version6CreateStatements() {
+  // Version 6 was version 5 with the three lookup identifiers at the end of the entries.
   QStringList statements = version5CreateStatements();
   statements[0].replace(QStringLiteral("\"localeLanguage\" TEXT)"),
                         QStringLiteral("\"localeLanguage\" TEXT, \"releaseID\" TEXT, \"musicBrainzDiscID\" TEXT, "
