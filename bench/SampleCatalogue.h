@@ -19,7 +19,12 @@ struct SampleCatalogue {
   explicit SampleCatalogue(int n) {
     controller.applicationWillFinishLaunching();
     controller.openCatalogue(QStringLiteral(":memory:"));
-    Store& store = controller.managedObjectContext();
+    fill(controller.managedObjectContext(), n);
+    controller.entriesController().rearrangeObjects();
+  }
+
+  // Adds n such albums to a store, unsaved.
+  static void fill(Store& store, int n) {
     for (int i = 0; i < n; ++i) {
       Entry* e = store.insertEntry();
       e->setPrimitiveValue("title", QStringLiteral("Album %1").arg(i));
@@ -32,7 +37,6 @@ struct SampleCatalogue {
       e->setPrimitiveValue("duration", QStringLiteral("%1:%2").arg(30 + i % 40).arg(i % 60, 2, 10, QLatin1Char('0')));
       if (i % 9 == 0) e->setPrimitiveValue("discs", QStringLiteral("2"));
     }
-    controller.entriesController().rearrangeObjects();
   }
 };
 

@@ -11,7 +11,7 @@ static QString placeholders(int n) {
   return s;
 }
 
-EntryWriter::EntryWriter(sqlite3* db, const QString& p) {
+EntryWriter::EntryWriter(sqlite3* db, const QString& p) : db_(db), prefix_(p) {
   const auto& cd = EntitySchema::cd();
   QStringList updates;
   for (const auto& a : cd.attributes())
@@ -51,6 +51,25 @@ bool EntryWriter::writeAttributes(const Entry& entry) {
   upsert_->bind(1, entry.uid());
   bindAttributes(*upsert_, 2, entry);
   return upsert_->run();
+}
+
+int EntryWriter::updateAttributes(const Entry& entry, const std::vector<int>& indexes) {
+  const auto& attributes = entry.schema().attributes();
+  QStringList columns;
+  for (int i : indexes) columns << StoreSchema::quoted(attributes[size_t(i)].key) + QStringLiteral("=?");
+  const QString set = columns.join(QLatin1Char(','));
+  auto& update = updates_[set];
+  if (!update) {
+    // With nothing to set (only tracks or links changed) the statement still tells whether the row is there.
+    update = std::make_shared<SqliteStatement>(db_, QStringLiteral("UPDATE %1entries SET %2 WHERE uid=?")
+                                                        .arg(prefix_, set.isEmpty() ? QStringLiteral("uid=uid") : set));
+    if (!update->isValid()) return -1;
+  }
+  int at = 1;
+  for (int i : indexes) SqlValue::bind(*update, at++, attributes[size_t(i)].kind, entry.valueAt(i));
+  update->bind(at, entry.uid());
+  if (!update->run()) return -1;
+  return sqlite3_changes(db_) > 0 ? 1 : 0;
 }
 
 bool EntryWriter::writeRelationships(Entry& entry) {

@@ -135,7 +135,8 @@ bool MigrationManager::writeDestination(QString* error) {
         !db_.exec(QStringLiteral("DROP TABLE %1%2").arg(scratch, table)))
       return failed();
   }
-  for (const QString& table : {QStringLiteral("collections"), QStringLiteral("collection_entries"), QStringLiteral("meta")})
+  for (const QString& table : {QStringLiteral("collections"), QStringLiteral("collection_entries"),
+                               QStringLiteral("meta"), QStringLiteral("entry_revisions")})
     if (!db_.exec(QStringLiteral("DROP TABLE %1%2").arg(scratch, table))) return failed();
   const QStringList copy = {
       QStringLiteral("INSERT INTO collections(id,name,position) SELECT id,name,id FROM v4_collections"),

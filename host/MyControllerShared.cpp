@@ -268,6 +268,16 @@ void MyControllerShared::deleteEntries(const std::vector<Entry*>& entries) {
   }
 }
 
+Store::OutsideChanges MyControllerShared::mergeOutsideChanges() {
+  Store::OutsideChanges changes = store_.refresh();
+  for (Entry* e : changes.removed) entriesController_.forget(e);
+  for (const auto* list : {&changes.added, &changes.changed})
+    for (Entry* e : *list) addEntryToAutofill(*e);
+  for (Collection* c : changes.removedCollections)
+    if (collections_.selectedCollection() == c) collections_.selectCollection(nullptr);
+  return changes;
+}
+
 QString MyControllerShared::proposedNameForNewCollection(const std::vector<Entry*>& entries) const {
   if (entries.empty()) return {};
   for (const QString& key : commonAttributesForNamingNewCollection()) {

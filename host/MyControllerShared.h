@@ -119,6 +119,10 @@ class MyControllerShared {
   void search(const QString& text, int searchType);
   // Deletes the entries, from the store and from view.
   void deleteEntries(const std::vector<Entry*>& entries);
+  // Takes in what other processes saved to the catalogue since the last look (Store::refresh):
+  // entries they deleted leave the list and the selection, a collection they deleted is no
+  // longer the shown one.
+  Store::OutsideChanges mergeOutsideChanges();
   QString proposedNameForNewCollection(const std::vector<Entry*>& entries) const;
   // The shared print panel, made on first use; printInstance() is null until then.
   PrintController& sharedPrint();

@@ -18,6 +18,10 @@
 namespace {
 constexpr qint64 uidBlockSize = 1000;
 constexpr int busyTimeoutMs = 10000;
+// meta keys: the file's change number, taken by every save, and the one of the last save that
+// changed the collections.
+const QString revisionKey = QStringLiteral("revision");
+const QString collectionsRevisionKey = QStringLiteral("collectionsRevision");
 
 bool hasSqliteHeader(const QString& path) {
   QFile f(path);
@@ -119,8 +123,15 @@ Store::OpenResult Store::open(const QString& path) {
     db_.exec(QStringLiteral("PRAGMA journal_mode=WAL"));
     db_.exec(QStringLiteral("PRAGMA synchronous=NORMAL"));
     db_.exec(QStringLiteral("PRAGMA mmap_size=1073741824"));
-    if (!loadEntries() || !loadCollections())
+    // One snapshot: every entry read is as of the change number read with it.
+    const bool began = db_.exec(QStringLiteral("BEGIN"));
+    seenRevision_ = metaNumber(revisionKey);
+    const bool loaded = loadEntries() && loadCollections();
+    if (began) db_.exec(QStringLiteral("COMMIT"));
+    if (!loaded)
       result = {OpenStatus::Damaged, QStringLiteral("%1 could not be read: %2").arg(path, db_.errorMessage())};
+    for (Entry* e : entries_) e->setRevision(seenRevision_);
+    dataVersion_ = dataVersion();
   }
   if (!result.ok()) db_.close();
   return result;
@@ -182,12 +193,32 @@ bool Store::loadEntries() {
   return rc == SQLITE_DONE && trackQuery_->isValid() && linkQuery_->isValid();
 }
 
-bool Store::loadCollections() {
+bool Store::loadCollections(OutsideChanges* changes) {
   SqliteStatement q(db_.handle(), QStringLiteral("SELECT id,name FROM collections ORDER BY position,id"));
+  std::vector<Collection*> order;
   while (q.step() == SQLITE_ROW) {
-    ownedCollections_.push_back(std::make_unique<Collection>(q.int64(0), q.text(1)));
-    collections_.push_back(ownedCollections_.back().get());
+    auto it = std::find_if(ownedCollections_.begin(), ownedCollections_.end(),
+                           [&](const auto& c) { return c->id() == q.int64(0); });
+    if (it == ownedCollections_.end()) {
+      ownedCollections_.push_back(std::make_unique<Collection>(q.int64(0), q.text(1)));
+      it = ownedCollections_.end() - 1;
+    }
+    (*it)->name_ = q.text(1);
+    (*it)->members_.clear();
+    (*it)->memberSet_.clear();
+    order.push_back(it->get());
   }
+  // Collections another process deleted stay alive for whoever still points at one.
+  for (auto it = ownedCollections_.begin(); it != ownedCollections_.end();) {
+    if (std::find(order.begin(), order.end(), it->get()) != order.end()) {
+      ++it;
+      continue;
+    }
+    if (changes) changes->removedCollections.push_back(it->get());
+    collectionsDeletedElsewhere_.push_back(std::move(*it));
+    it = ownedCollections_.erase(it);
+  }
+  collections_ = std::move(order);
   SqliteStatement m(db_.handle(),
                     QStringLiteral("SELECT collection_id,entry_uid FROM collection_entries ORDER BY collection_id,position"));
   Collection* current = nullptr;
@@ -202,6 +233,25 @@ bool Store::loadCollections() {
     }
   }
   return m.isValid() && q.isValid();
+}
+
+qint64 Store::dataVersion() {
+  // Moves only when another connection commits: this one's own saves leave it alone.
+  SqliteStatement q(db_.handle(), QStringLiteral("PRAGMA data_version"));
+  return q.step() == SQLITE_ROW ? q.int64(0) : -1;
+}
+
+qint64 Store::metaNumber(const QString& key) {
+  SqliteStatement q(db_.handle(), QStringLiteral("SELECT value FROM meta WHERE key=?"));
+  q.bind(1, key);
+  return q.step() == SQLITE_ROW ? q.int64(0) : 0;
+}
+
+bool Store::setMetaNumber(const QString& key, qint64 value) {
+  SqliteStatement q(db_.handle(), QStringLiteral("INSERT OR REPLACE INTO meta(key,value) VALUES(?,?)"));
+  q.bind(1, key);
+  q.bind(2, value);
+  return q.run();
 }
 
 Entry* Store::entryWithUID(qint64 uid) const {
@@ -250,6 +300,7 @@ Entry* Store::insertEntry(qint64 uid) {
   byUID_.emplace(raw->uid(), std::move(entry));
   changed_.insert(raw->uid());
   relationshipsChanged_.insert(raw->uid());
+  inserted_.insert(raw->uid());
   notify(raw, {});
   return raw;
 }
@@ -261,7 +312,8 @@ void Store::deleteEntry(Entry* entry) {
   entries_.erase(std::remove(entries_.begin(), entries_.end(), entry), entries_.end());
   changed_.remove(uid);
   relationshipsChanged_.remove(uid);
-  deleted_.insert(uid);
+  changedAttributes_.remove(uid);
+  if (!inserted_.remove(uid)) deleted_.insert(uid);
   notify(nullptr, {});
   byUID_.erase(uid);
 }
@@ -272,7 +324,10 @@ std::unique_ptr<Link> Store::newLink() { return std::make_unique<Link>(); }
 
 void Store::entryDidChange(Entry& entry, const QString& key, bool notifyListeners) {
   changed_.insert(entry.uid());
-  if (key == ModelKeys::tracksSet || key == ModelKeys::linksSet) relationshipsChanged_.insert(entry.uid());
+  if (key == ModelKeys::tracksSet || key == ModelKeys::linksSet)
+    relationshipsChanged_.insert(entry.uid());
+  else if (const int index = entry.schema().indexOf(key); index >= 0)
+    changedAttributes_[entry.uid()].insert(index);
   if (notifyListeners) notify(&entry, key);
 }
 
@@ -361,10 +416,12 @@ QSet<qint64> Store::entriesWithLinkMatching(const QString& text) {
   return found;
 }
 
-bool Store::hasChanges() const {
-  return !changed_.isEmpty() || !deleted_.isEmpty() || !createdCollections_.isEmpty() || !renamedCollections_.isEmpty() ||
-         !deletedCollections_.empty() || !membershipsAdded_.isEmpty() || !membershipsRemoved_.isEmpty();
+bool Store::hasCollectionChanges() const {
+  return !createdCollections_.isEmpty() || !renamedCollections_.isEmpty() || !deletedCollections_.empty() ||
+         !membershipsAdded_.isEmpty() || !membershipsRemoved_.isEmpty();
 }
+
+bool Store::hasChanges() const { return !changed_.isEmpty() || !deleted_.isEmpty() || hasCollectionChanges(); }
 
 bool Store::save(QString* error) {
   if (!hasChanges()) return true;
@@ -375,16 +432,50 @@ bool Store::save(QString* error) {
   if (!isOpen()) return fail(QStringLiteral("The catalogue is not open"));
   SqliteTransaction transaction(db_);
   if (!transaction.isOpen()) return fail(QStringLiteral("The catalogue is busy"));
+  const qint64 revision = metaNumber(revisionKey) + 1;
+  if (!setMetaNumber(revisionKey, revision)) return fail(QStringLiteral("Cannot write the catalogue"));
   EntryWriter writer(db_.handle());
-  if (!writer.isValid()) return fail(QStringLiteral("Cannot write the catalogue"));
+  SqliteStatement mark(db_.handle(),
+                       QStringLiteral("INSERT OR REPLACE INTO entry_revisions(uid,revision,deleted) VALUES(?,?,?)"));
+  SqliteStatement savedRevision(db_.handle(), QStringLiteral("SELECT revision FROM entry_revisions WHERE uid=?"));
+  if (!writer.isValid() || !mark.isValid() || !savedRevision.isValid())
+    return fail(QStringLiteral("Cannot write the catalogue"));
+  auto markEntry = [&](qint64 uid, bool deleted) {
+    mark.bind(1, uid);
+    mark.bind(2, revision);
+    mark.bind(3, qint64(deleted));
+    return mark.run();
+  };
   for (qint64 uid : deleted_)
-    if (!writer.remove(uid)) return fail(QStringLiteral("Cannot delete an entry"));
+    if (!writer.remove(uid) || !markEntry(uid, true)) return fail(QStringLiteral("Cannot delete an entry"));
+  std::vector<Entry*> written, lost, outdated;
   for (qint64 uid : changed_) {
     Entry* e = entryWithUID(uid);
-    if (e && !writer.writeAttributes(*e)) return fail(QStringLiteral("Cannot save an entry"));
-    if (e && relationshipsChanged_.contains(uid) && !writer.writeRelationships(*e))
+    if (!e) continue;
+    if (inserted_.contains(uid)) {
+      if (!writer.writeAttributes(*e)) return fail(QStringLiteral("Cannot save an entry"));
+    } else {
+      savedRevision.bind(1, uid);
+      const qint64 saved = savedRevision.step() == SQLITE_ROW ? savedRevision.int64(0) : 0;
+      savedRevision.reset();
+      const QSet<int> keys = changedAttributes_.value(uid);
+      std::vector<int> indexes(keys.begin(), keys.end());
+      std::sort(indexes.begin(), indexes.end());
+      const int updated = writer.updateAttributes(*e, indexes);
+      if (updated < 0) return fail(QStringLiteral("Cannot save an entry"));
+      if (updated == 0) {  // deleted elsewhere: a stale copy must not bring it back
+        lost.push_back(e);
+        continue;
+      }
+      if (saved > e->revision()) outdated.push_back(e);
+    }
+    if (relationshipsChanged_.contains(uid) && !writer.writeRelationships(*e))
       return fail(QStringLiteral("Cannot save the tracks of an entry"));
+    if (!markEntry(uid, false)) return fail(QStringLiteral("Cannot save an entry"));
+    written.push_back(e);
   }
+  if (hasCollectionChanges() && !setMetaNumber(collectionsRevisionKey, revision))
+    return fail(QStringLiteral("Cannot save a collection"));
   SqliteStatement insertCollection(db_.handle(),
                                    QStringLiteral("INSERT OR REPLACE INTO collections(id,name,position) VALUES(?,?,?)"));
   for (int i = 0; i < int(collections_.size()); ++i) {
@@ -402,8 +493,11 @@ bool Store::save(QString* error) {
     dropMembers.bind(1, c->id());
     if (!dropCollection.run() || !dropMembers.run()) return fail(QStringLiteral("Cannot delete a collection"));
   }
+  // Only entries and collections the file still holds get members.
   SqliteStatement addMember(db_.handle(),
-                            QStringLiteral("INSERT OR IGNORE INTO collection_entries(collection_id,entry_uid,position) VALUES(?,?,?)"));
+                            QStringLiteral("INSERT OR IGNORE INTO collection_entries(collection_id,entry_uid,position) "
+                                           "SELECT ?1,?2,?3 WHERE EXISTS(SELECT 1 FROM entries WHERE uid=?2) "
+                                           "AND EXISTS(SELECT 1 FROM collections WHERE id=?1)"));
   SqliteStatement countMembers(db_.handle(), QStringLiteral("SELECT count(*) FROM collection_entries WHERE collection_id=?"));
   SqliteStatement removeMember(db_.handle(), QStringLiteral("DELETE FROM collection_entries WHERE collection_id=? AND entry_uid=?"));
   for (const auto& [collection, uid] : membershipsRemoved_) {
@@ -429,15 +523,154 @@ bool Store::save(QString* error) {
     }
   }
   if (!transaction.commit()) return fail(QStringLiteral("Cannot save the catalogue"));
+  // With no other process's commit since the last look, there is nothing between it and this save.
+  if (dataVersion() == dataVersion_)
+    seenRevision_ = revision;
+  else
+    ownRevisions_.insert(revision);
+  for (Entry* e : written) e->setRevision(revision);
   changed_.clear();
+  changedAttributes_.clear();
   relationshipsChanged_.clear();
   deleted_.clear();
+  inserted_.clear();
   createdCollections_.clear();
   renamedCollections_.clear();
   deletedCollections_.clear();
   membershipsAdded_.clear();
   membershipsRemoved_.clear();
+  // Another process wrote to these since they were read: the row now holds its changes and ours.
+  for (Entry* e : outdated) reloadEntry(*e);
+  if (lost.empty()) return true;
+  QStringList titles;
+  for (Entry* e : lost) {
+    titles << QStringLiteral("\u201C%1\u201D").arg(e->stringValue(QStringLiteral("title")));
+    forgetDeletedElsewhere(e);
+  }
+  notify(nullptr, {});
+  if (error)
+    *error = QStringLiteral("%1 was deleted by another program meanwhile; the changes to it were not saved.")
+                 .arg(titles.join(QStringLiteral(", ")));
+  return false;
+}
+
+void Store::mergeSavedRow(Entry& entry, const SqliteStatement& row, int firstColumn) {
+  const auto& attributes = entry.schema().attributes();
+  const QSet<int> mine = changedAttributes_.value(entry.uid());
+  for (int i = 0; i < int(attributes.size()); ++i) {
+    if (mine.contains(i)) continue;
+    const bool saved = !row.isNull(i + firstColumn);
+    if (saved || entry.valueAt(i))
+      entry.loadValueAt(i, saved ? SqlValue::read(row, i + firstColumn, attributes[i].kind) : QVariant());
+  }
+}
+
+void Store::reloadEntry(Entry& entry) {
+  SqliteStatement q(
+      db_.handle(),
+      QStringLiteral("SELECT %1 FROM entries WHERE uid=?").arg(StoreSchema::columnList(EntitySchema::cd())));
+  q.bind(1, entry.uid());
+  if (q.step() == SQLITE_ROW) mergeSavedRow(entry, q, 0);
+  reloadRelationships(entry);
+}
+
+template <typename T>
+static bool sameObjects(const std::vector<std::unique_ptr<T>>& a, const std::vector<std::unique_ptr<T>>& b) {
+  if (a.size() != b.size()) return false;
+  for (size_t i = 0; i < a.size(); ++i)
+    for (int k = 0; k < int(a[i]->schema().attributes().size()); ++k) {
+      const QVariant *x = a[i]->valueAt(k), *y = b[i]->valueAt(k);
+      if (bool(x) != bool(y) || (x && *x != *y)) return false;
+    }
   return true;
+}
+
+bool Store::reloadRelationships(Entry& entry) {
+  if (!entry.relationshipsLoaded() || relationshipsChanged_.contains(entry.uid()) || !trackQuery_) return false;
+  auto tracks = readObjects<Track>(*trackQuery_, entry.uid());
+  auto links = readObjects<Link>(*linkQuery_, entry.uid());
+  if (sameObjects(tracks, entry.tracksSet()) && sameObjects(links, entry.linksSet())) return false;
+  entry.adoptLoadedRelationships(std::move(tracks), std::move(links));
+  return true;
+}
+
+void Store::forgetDeletedElsewhere(Entry* entry) {
+  const qint64 uid = entry->uid();
+  for (Collection* c : collections_) {
+    if (!c->contains(uid)) continue;
+    c->members_.erase(std::remove(c->members_.begin(), c->members_.end(), uid), c->members_.end());
+    c->memberSet_.remove(uid);
+    membershipsAdded_.remove({c->id(), uid});
+  }
+  entries_.erase(std::remove(entries_.begin(), entries_.end(), entry), entries_.end());
+  changed_.remove(uid);
+  changedAttributes_.remove(uid);
+  relationshipsChanged_.remove(uid);
+  auto it = byUID_.find(uid);
+  deletedElsewhere_.push_back(std::move(it->second));
+  byUID_.erase(it);
+}
+
+Store::OutsideChanges Store::refresh() {
+  OutsideChanges changes;
+  if (!isOpen() || path_ == QLatin1String(":memory:")) return changes;
+  const qint64 now = dataVersion();
+  if (now == dataVersion_ && !collectionsOutdated_) return changes;
+  dataVersion_ = now;
+  if (!db_.exec(QStringLiteral("BEGIN"))) return changes;
+  const qint64 revision = metaNumber(revisionKey);
+  QStringList columns;
+  for (const auto& a : EntitySchema::cd().attributes()) columns << QStringLiteral("e.") + StoreSchema::quoted(a.key);
+  SqliteStatement q(db_.handle(),
+                    QStringLiteral("SELECT r.uid,r.revision,r.deleted OR e.uid IS NULL,%1 FROM entry_revisions r "
+                                   "LEFT JOIN entries e ON e.uid=r.uid WHERE r.revision>? ORDER BY r.uid")
+                        .arg(columns.join(QLatin1Char(','))));
+  q.bind(1, seenRevision_);
+  while (revision > seenRevision_ && q.step() == SQLITE_ROW) {
+    const qint64 uid = q.int64(0), saved = q.int64(1);
+    if (ownRevisions_.contains(saved) || deleted_.contains(uid)) continue;
+    Entry* e = entryWithUID(uid);
+    if (q.int64(2)) {
+      if (e && !inserted_.contains(uid)) {
+        forgetDeletedElsewhere(e);
+        changes.removed.push_back(e);
+      }
+    } else if (!e) {
+      auto added = std::make_unique<Entry>(uid, this);
+      loadRow(q, *added, 3);
+      added->setRevision(saved);
+      e = added.get();
+      entries_.insert(
+          std::lower_bound(entries_.begin(), entries_.end(), uid, [](Entry* a, qint64 u) { return a->uid() < u; }), e);
+      byUID_.emplace(uid, std::move(added));
+      changes.added.push_back(e);
+    } else if (saved > e->revision()) {
+      mergeSavedRow(*e, q, 3);
+      e->setRevision(saved);
+      if (reloadRelationships(*e)) changes.relationshipsReplaced.push_back(e);
+      changes.changed.push_back(e);
+    }
+  }
+  q.reset();
+  // Collections are few: read them whole when any save since the last look changed them, ours
+  // included, since a number alone cannot tell whether another process's change came before it.
+  if (metaNumber(collectionsRevisionKey) > seenRevision_ || collectionsOutdated_) {
+    collectionsOutdated_ = hasCollectionChanges();  // not over unsaved changes of our own
+    if (!collectionsOutdated_) {
+      loadCollections(&changes);
+      changes.collections = true;
+    }
+  }
+  db_.exec(QStringLiteral("COMMIT"));
+  seenRevision_ = std::max(seenRevision_, revision);
+  for (auto it = ownRevisions_.begin(); it != ownRevisions_.end();) {
+    if (*it <= seenRevision_)
+      it = ownRevisions_.erase(it);
+    else
+      ++it;
+  }
+  if (!changes.isEmpty()) notify(nullptr, {});
+  return changes;
 }
 
 Collection* Store::collectionNamed(const QString& name) const {

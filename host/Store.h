@@ -20,8 +20,10 @@ class Track;
 
 // The catalogue store: one SQLite file holding entries, their tracks and links, and collections.
 // Entries are kept in memory once opened; tracks and links are read the first time an entry's
-// sets are asked for. save() writes what changed since the last save in one transaction, so a
-// crash leaves the file as of the last completed save.
+// sets are asked for. save() writes the attributes, tracks and links changed since the last save
+// in one transaction, so a crash leaves the file as of the last completed save. Other processes
+// may share the file: every save takes the next of the file's change numbers, and refresh() reads
+// what they saved since the last look.
 class Store : public ObjectContext {
  public:
   enum class OpenStatus { Ok, NotACatalogue, TooNew, TooOld, ReadOnly, Busy, Damaged, MigrationFailed, CannotOpen };
@@ -71,7 +73,29 @@ class Store : public ObjectContext {
   // Unique across processes sharing the file: uids are reserved from the file in blocks.
   qint64 nextUID();
   bool hasChanges() const;
+  // Writes only the attributes this process changed, so another process's changes to other
+  // attributes of the same entry stay; of the same attribute, this (the later) save wins. An entry
+  // that another process deleted meanwhile is not written back: it leaves the store, and save
+  // returns false naming it, after writing everything else.
   bool save(QString* error = nullptr);
+
+  // What other processes sharing the file saved since the last look.
+  struct OutsideChanges {
+    std::vector<Entry*> added, changed;
+    // Deleted elsewhere: gone from entries() and the collections, but kept alive for whoever
+    // still holds them (an open editor).
+    std::vector<Entry*> removed;
+    // Changed entries whose tracks or links in memory were replaced by the saved ones.
+    std::vector<Entry*> relationshipsReplaced;
+    // The user collections or their members changed; collections gone are kept alive likewise.
+    bool collections = false;
+    std::vector<Collection*> removedCollections;
+    bool isEmpty() const { return added.empty() && changed.empty() && removed.empty() && !collections; }
+  };
+  // One pragma read when no other process wrote since the last call. Otherwise reads only the
+  // entries saved since, and merges them: saved values replace those in memory except the ones
+  // this process changed and has not saved yet.
+  OutsideChanges refresh();
 
   // Collections, user ones in their order; the borrowed and wish-list ones are not listed here.
   const std::vector<Collection*>& collections() const { return collections_; }
@@ -98,8 +122,22 @@ class Store : public ObjectContext {
   OpenResult prepareFile(const QString& path);
   OpenResult upgrade(qint64 version);
   bool loadEntries();
-  bool loadCollections();
+  // Reads the collections and their members; on a later call, in place, keeping the objects.
+  bool loadCollections(OutsideChanges* changes = nullptr);
   void notify(Entry* entry, const QString& key);
+  qint64 dataVersion();
+  qint64 metaNumber(const QString& key);
+  bool setMetaNumber(const QString& key, qint64 value);
+  // The entry's saved attributes from a row holding them from firstColumn on, except those this
+  // process changed and has not saved.
+  void mergeSavedRow(Entry& entry, const SqliteStatement& row, int firstColumn);
+  // Reads an entry's row again, after another process wrote to it too.
+  void reloadEntry(Entry& entry);
+  // Replaces loaded, unchanged tracks and links when the saved ones differ; true when it did.
+  bool reloadRelationships(Entry& entry);
+  // An entry deleted by another process leaves the lists; the object stays alive.
+  void forgetDeletedElsewhere(Entry* entry);
+  bool hasCollectionChanges() const;
 
   SqliteDatabase db_;
   std::unique_ptr<SqliteStatement> trackQuery_, linkQuery_, trackRowsQuery_, linkRowsQuery_;
@@ -107,7 +145,14 @@ class Store : public ObjectContext {
   std::shared_ptr<EntityMigrationPolicy> policy_;
   std::vector<Entry*> entries_;
   std::unordered_map<qint64, std::unique_ptr<Entry>> byUID_;
-  QSet<qint64> changed_, relationshipsChanged_, deleted_;
+  QSet<qint64> changed_, relationshipsChanged_, deleted_, inserted_;
+  QHash<qint64, QSet<int>> changedAttributes_;  // schema indexes, by uid
+  // Change numbers: the newest this process has read, and those of its own saves since.
+  qint64 seenRevision_ = 0, dataVersion_ = -1;
+  QSet<qint64> ownRevisions_;
+  bool collectionsOutdated_ = false;
+  std::vector<std::unique_ptr<Entry>> deletedElsewhere_;
+  std::vector<std::unique_ptr<Collection>> collectionsDeletedElsewhere_;
   std::vector<Collection*> collections_;
   std::vector<std::unique_ptr<Collection>> ownedCollections_, deletedCollections_;
   QSet<Collection*> createdCollections_, renamedCollections_;

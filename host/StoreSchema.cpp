@@ -25,8 +25,9 @@ static QString columnDefinitions(const EntitySchema& schema) {
 }
 
 QStringList createStatements(const QString& p) {
-  return {
-      QStringLiteral("CREATE TABLE %1entries (uid INTEGER PRIMARY KEY, %2)").arg(p, columnDefinitions(EntitySchema::cd())),
+  const QStringList statements = {
+      QStringLiteral("CREATE TABLE %1entries (uid INTEGER PRIMARY KEY, %2)")
+          .arg(p, columnDefinitions(EntitySchema::cd())),
       QStringLiteral("CREATE TABLE %1tracks (id INTEGER PRIMARY KEY, entry_uid INTEGER NOT NULL, %2)")
           .arg(p, columnDefinitions(EntitySchema::track())),
       QStringLiteral("CREATE INDEX %1tracks_entry ON %1tracks(entry_uid)").arg(p),
@@ -34,11 +35,22 @@ QStringList createStatements(const QString& p) {
           .arg(p, columnDefinitions(EntitySchema::link())),
       QStringLiteral("CREATE INDEX %1links_entry ON %1links(entry_uid)").arg(p),
       QStringLiteral("CREATE INDEX %1links_url ON %1links(url)").arg(p),
-      QStringLiteral("CREATE TABLE %1collections (id INTEGER PRIMARY KEY, name TEXT NOT NULL, position INTEGER)").arg(p),
+      QStringLiteral("CREATE TABLE %1collections (id INTEGER PRIMARY KEY, name TEXT NOT NULL, position INTEGER)")
+          .arg(p),
       QStringLiteral("CREATE TABLE %1collection_entries (collection_id INTEGER NOT NULL, entry_uid INTEGER NOT NULL, "
                      "position INTEGER, PRIMARY KEY (collection_id, entry_uid)) WITHOUT ROWID")
           .arg(p),
       QStringLiteral("CREATE TABLE %1meta (key TEXT PRIMARY KEY, value) WITHOUT ROWID").arg(p),
+  };
+  return statements + entryRevisionsCreateStatements(p);
+}
+
+QStringList entryRevisionsCreateStatements(const QString& p) {
+  return {
+      QStringLiteral("CREATE TABLE %1entry_revisions (uid INTEGER PRIMARY KEY, revision INTEGER NOT NULL, "
+                     "deleted INTEGER NOT NULL DEFAULT 0)")
+          .arg(p),
+      QStringLiteral("CREATE INDEX %1entry_revisions_revision ON %1entry_revisions(revision)").arg(p),
   };
 }
 
@@ -99,6 +111,15 @@ QStringList version5CreateStatements() {
                      "position INTEGER, PRIMARY KEY (collection_id, entry_uid)) WITHOUT ROWID"),
       QStringLiteral("CREATE TABLE meta (key TEXT PRIMARY KEY, value) WITHOUT ROWID"),
   };
+}
+
+QStringList version6CreateStatements() {
+  // Version 6 was version 5 with the three lookup identifiers at the end of the entries.
+  QStringList statements = version5CreateStatements();
+  statements[0].replace(QStringLiteral("\"localeLanguage\" TEXT)"),
+                        QStringLiteral("\"localeLanguage\" TEXT, \"releaseID\" TEXT, \"musicBrainzDiscID\" TEXT, "
+                                       "\"barcodeSource\" TEXT)"));
+  return statements;
 }
 
 }  // namespace StoreSchema

@@ -9,14 +9,19 @@ class EntitySchema;
 // released older one is frozen here as it was shipped, so that old catalogues can be recognised
 // and upgraded, and so that tests can make them.
 namespace StoreSchema {
-constexpr int currentVersion = 6;
+constexpr int currentVersion = 7;
 constexpr int version4 = 4;
 constexpr int version5 = 5;
+constexpr int version6 = 6;
 
 // CREATE statements of the current version, tables named with the given prefix.
 QStringList createStatements(const QString& prefix = {});
 QStringList version4CreateStatements();
 QStringList version5CreateStatements();
+QStringList version6CreateStatements();
+// The table that says which entries changed or went at which of the file's change numbers
+// (version 7 on), and its index.
+QStringList entryRevisionsCreateStatements(const QString& prefix = {});
 // The column list of an entity's table, quoted and comma-separated, without the row key.
 QString columnList(const EntitySchema& schema);
 // "name" TYPE of one attribute's column, the type following from its kind; empty when the

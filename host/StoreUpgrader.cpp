@@ -24,6 +24,15 @@ std::vector<StoreUpgrader::Step> StoreUpgrader::steps() {
                            {CdKeys::releaseID, CdKeys::musicBrainzDiscID, CdKeys::barcodeSource},
                            error);
        }},
+      {StoreSchema::version6,
+       [this](QString* error) {
+         for (const QString& sql : StoreSchema::entryRevisionsCreateStatements())
+           if (!db_.exec(sql)) {
+             if (error) *error = db_.errorMessage();
+             return false;
+           }
+         return true;
+       }},
   };
 }
 

@@ -22,6 +22,9 @@ class Entry : public ManagedObject, public RelationshipOwner {
   // Dense and never reused within the process: an index for side tables of per-entry figures.
   quint32 serial() const { return serial_; }
   ObjectContext* context() const { return context_; }
+  // The file's change number at this entry's last save, as this process last read or wrote it.
+  qint64 revision() const { return revision_; }
+  void setRevision(qint64 revision) { revision_ = revision; }
 
   const std::vector<std::unique_ptr<Track>>& tracksSet();
   const std::vector<std::unique_ptr<Link>>& linksSet();
@@ -56,6 +59,7 @@ class Entry : public ManagedObject, public RelationshipOwner {
   }
 
   qint64 uid_;
+  qint64 revision_ = 0;
   quint32 serial_ = nextSerial();
   ObjectContext* context_;
   bool relationshipsLoaded_;

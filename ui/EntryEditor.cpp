@@ -1,6 +1,7 @@
 #include "EntryEditor.h"
 
 #include "AttributeInput.h"
+#include "CatalogueWatcher.h"
 #include "CdKeys.h"
 #include "Collection.h"
 #include "Entry.h"
@@ -93,23 +94,12 @@ EntryEditor::EntryEditor(MyController& controller, Entry* entry, QWidget* parent
 
   if (entry_) {
     for (const QString& identifier : identifiers_) {
-      showValue(identifier, entry_->value(identifier));
+      stored_.insert(identifier, entry_->value(identifier));
+      showValue(identifier, stored_.value(identifier));
       shown_.insert(identifier, editorValue(identifier));
     }
-    QVariantList tracks;
-    for (Track* t : entry_->tracksSortedByPosition()) {
-      QVariantMap track;
-      t->forEachValue([&](int index, const QVariant& value) { track.insert(t->schema().attributes()[index].key, value); });
-      tracks << track;
-    }
-    tracks_->setTracks(tracks);
-    QVariantList links;
-    shownLinks_ = entry_->linksSortedByPosition();
-    for (Link* l : shownLinks_)
-      links << QVariantMap{{"name", l->stringValue(QStringLiteral("name"))},
-                           {"url", l->stringValue(QStringLiteral("url"))},
-                           {"type", l->stringValue(QStringLiteral("type"))}};
-    links_->setLinks(links);
+    showTracks();
+    showLinks();
   }
 
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel, this);
@@ -121,7 +111,8 @@ EntryEditor::EntryEditor(MyController& controller, Entry* entry, QWidget* parent
   next_->hide();
   connect(back_, &QPushButton::clicked, this, [this] { showResult(-1); });
   connect(next_, &QPushButton::clicked, this, [this] { showResult(1); });
-  if (!entry_) buttons->button(QDialogButtonBox::Save)->setText(tr("Add"));
+  save_ = buttons->button(QDialogButtonBox::Save);
+  if (!entry_) save_->setText(tr("Add"));
   connect(buttons, &QDialogButtonBox::accepted, this, &EntryEditor::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &EntryEditor::reject);
   // The cover a lookup found, shown beside the buttons until the entry is added with it.
@@ -131,10 +122,84 @@ EntryEditor::EntryEditor(MyController& controller, Entry* entry, QWidget* parent
   auto* bottom = new QHBoxLayout;
   bottom->addWidget(cover_);
   bottom->addWidget(buttons);
+  notice_ = new QLabel(this);
+  notice_->setObjectName(QStringLiteral("outsideChanges"));
+  notice_->setWordWrap(true);
+  notice_->setFrameShape(QFrame::StyledPanel);
+  notice_->hide();
   auto* layout = new QVBoxLayout(this);
+  layout->addWidget(notice_);
   layout->addWidget(tabs);
   layout->addLayout(bottom);
   resize(640, 680);
+}
+
+void EntryEditor::showTracks() {
+  QVariantList tracks;
+  for (Track* t : entry_->tracksSortedByPosition()) {
+    QVariantMap track;
+    t->forEachValue(
+        [&](int index, const QVariant& value) { track.insert(t->schema().attributes()[index].key, value); });
+    tracks << track;
+  }
+  tracks_->setTracks(tracks);
+}
+
+void EntryEditor::showLinks() {
+  QVariantList links;
+  shownLinks_ = entry_->linksSortedByPosition();
+  for (Link* l : shownLinks_)
+    links << QVariantMap{{"name", l->stringValue(QStringLiteral("name"))},
+                         {"url", l->stringValue(QStringLiteral("url"))},
+                         {"type", l->stringValue(QStringLiteral("type"))}};
+  links_->setLinks(links);
+}
+
+void EntryEditor::showOutsideChanges(const Store::OutsideChanges& changes) {
+  auto has = [this](const std::vector<Entry*>& entries) {
+    return std::find(entries.begin(), entries.end(), entry_) != entries.end();
+  };
+  if (!entry_ || deletedElsewhere_) return;
+  if (has(changes.removed)) {
+    deletedElsewhere_ = true;
+    save_->setText(tr("Save as New Entry"));
+    notice_->setText(
+        tr("Another program deleted this entry. Save as New Entry keeps it, with what you typed, as a new "
+           "entry; Cancel lets it go."));
+    notice_->show();
+    return;
+  }
+  if (!has(changes.changed)) return;
+  QStringList clashes;
+  for (const QString& identifier : identifiers_) {
+    const QVariant now = entry_->value(identifier);
+    if (now == stored_.value(identifier)) continue;
+    stored_.insert(identifier, now);
+    if (editorValue(identifier) == shown_.value(identifier)) {
+      showValue(identifier, now);
+      shown_.insert(identifier, editorValue(identifier));
+    } else {
+      clashes << tr("\u201C%1\u201D").arg(controller_.fieldsController()->localizedColumnName(identifier));
+    }
+  }
+  if (has(changes.relationshipsReplaced)) {
+    // The entry's link objects were replaced: the table's rows now stand for the new ones.
+    const bool linksEdited = links_->isModified();
+    if (linksEdited)
+      shownLinks_ = entry_->linksSortedByPosition();
+    else
+      showLinks();
+    if (tracks_->isModified())
+      clashes << tr("the tracks");
+    else
+      showTracks();
+    if (linksEdited) clashes << tr("the links");
+  }
+  if (clashes.isEmpty()) return;
+  notice_->setText(tr("Another program changed %1 while you were editing. Save keeps what you typed here; Cancel keeps "
+                      "the other program's change.")
+                       .arg(clashes.join(tr(", "))));
+  notice_->show();
 }
 
 void EntryEditor::showValue(const QString& identifier, const QVariant& v) {
@@ -270,6 +335,18 @@ bool EntryEditor::readValues(QVariantMap* values, QString* problem) const {
 }
 
 void EntryEditor::accept() {
+  // Catch up with other programs first: a deletion they made is then the user's choice, not a
+  // failed save.
+  if (auto* watcher = parentWidget() ? parentWidget()->findChild<CatalogueWatcher*>() : nullptr;
+      watcher && entry_ && !deletedElsewhere_ && watcher->checkNow() && deletedElsewhere_)
+    return;
+  const bool again = deletedElsewhere_;
+  if (again) {
+    // Everything the panel holds goes into a new entry, links included.
+    shown_.clear();
+    shownLinks_.clear();
+    entry_ = nullptr;
+  }
   QVariantMap values;
   QString problem;
   if (!readValues(&values, &problem)) {
@@ -282,7 +359,7 @@ void EntryEditor::accept() {
     reject();
     return;
   }
-  if (links_->isModified()) applyLinks(*entry_);
+  if (links_->isModified() || again) applyLinks(*entry_);
   controller_.addEntryToAutofill(*entry_);
   controller_.saveManagedObjectContext();
   QDialog::accept();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Store.h"
+
 #include <QDialog>
 #include <QHash>
 #include <QImage>
@@ -41,6 +43,12 @@ class EntryEditor : public QDialog {
 
   void accept() override;
 
+  // Another process saved the entry being edited: fields the user has not touched show the new
+  // values, a changed field the user is editing keeps what they typed and the notice says so. An
+  // entry deleted elsewhere can be saved back as a new entry, or dropped with Cancel.
+  void showOutsideChanges(const Store::OutsideChanges& changes);
+  QLabel* outsideChangeNotice() const { return notice_; }
+
  private:
   QWidget* makeEditor(const QString& identifier, int type, bool longText);
   void showValue(const QString& identifier, const QVariant& value);
@@ -54,12 +62,18 @@ class EntryEditor : public QDialog {
   void applyTo(Entry& entry, const QVariantMap& values);
   // New links are finished as every new link is (moved, typed); removed ones go.
   void applyLinks(Entry& entry);
+  void showTracks();
+  void showLinks();
 
   MyController& controller_;
   Entry* entry_;
   QHash<QString, QWidget*> editors_;
   QStringList identifiers_;
   QHash<QString, QVariant> shown_;  // the editors' values as first shown for the entry
+  QHash<QString, QVariant> stored_;  // the entry's values as last seen
+  bool deletedElsewhere_ = false;
+  QLabel* notice_;
+  QPushButton* save_;
   TrackTable* tracks_;
   QLabel* cover_;
   QImage coverImage_;

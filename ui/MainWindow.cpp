@@ -1,6 +1,7 @@
 #include "MainWindow.h"
 
 #include "CatalogueHistory.h"
+#include "CatalogueWatcher.h"
 #include "CdKeys.h"
 #include "Collection.h"
 #include "CollectionsPanel.h"
@@ -35,6 +36,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QProcess>
+#include <QScrollBar>
 #include <QSplitter>
 #include <QTableView>
 #include <QTextBrowser>
@@ -97,6 +99,8 @@ MainWindow::MainWindow(MyController& controller, QtWindowSystem& windowSystem)
   restoreState();
   collections_->reload();
   refreshList();
+  watcher_ = new CatalogueWatcher(
+      controller_, [this](const Store::OutsideChanges& changes) { showOutsideChanges(changes); }, this);
 }
 
 QWidget* MainWindow::buildListPane() {
@@ -390,6 +394,29 @@ void MainWindow::reloadAll() {
   runSearch();
 }
 
+void MainWindow::showOutsideChanges(const Store::OutsideChanges& changes) {
+  if (changes.collections) {
+    collections_->reload();
+    collections_->selectCollection(controller_.collections().selectedCollection());
+  }
+  Entry* top = model_->entryAt(list_->rowAt(0));
+  const int scrolled = list_->verticalScrollBar()->value();
+  const std::vector<Entry*> selected = controller_.entriesController().selectedObjects();
+  controller_.search(search_->text(), searchType_);
+  model_->reload();
+  QItemSelection selection;
+  for (Entry* e : selected)
+    if (const int row = model_->rowOf(e); row >= 0)
+      selection.select(model_->index(row, 0), model_->index(row, model_->columnCount() - 1));
+  list_->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+  if (const int row = model_->rowOf(top); row >= 0)
+    list_->scrollTo(model_->index(row, 0), QAbstractItemView::PositionAtTop);
+  else
+    list_->verticalScrollBar()->setValue(scrolled);
+  selectionChanged();  // the footer and the entry page
+  for (EntryEditor* editor : findChildren<EntryEditor*>()) editor->showOutsideChanges(changes);
+}
+
 void MainWindow::pageLinkClicked(const QUrl& url) {
   if (url.scheme() != QLatin1String("folio")) {
     if (url.scheme() != QLatin1String("discary") || !controller_.handleIncomingString(url.toString()))
@@ -532,7 +559,7 @@ void MainWindow::editEntry() {
   history_->record({}, selected, [&] { accepted = editor.exec() == QDialog::Accepted; }, true);
   if (!accepted) return;
   runSearch();
-  selectEntries(selected);
+  selectEntries({editor.entry()});  // a new one when the entry was deleted elsewhere meanwhile
 }
 
 void MainWindow::deleteSelectedEntries() {

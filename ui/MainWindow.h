@@ -1,8 +1,11 @@
 #pragma once
 
+#include "Store.h"
+
 #include <QMainWindow>
 
 class CatalogueHistory;
+class CatalogueWatcher;
 class Collection;
 class CollectionsPanel;
 class Entry;
@@ -48,6 +51,10 @@ class MainWindow : public QMainWindow {
   void selectEntries(const std::vector<Entry*>& entries);
   // After the catalogue changed underneath (another catalogue opened, entries added elsewhere).
   void reloadAll();
+  // What another process saved, shown in place: the list keeps its selection and the row at its
+  // top; footer, collections, the entry page and an open editor follow.
+  void showOutsideChanges(const Store::OutsideChanges& changes);
+  CatalogueWatcher* catalogueWatcher() const { return watcher_; }
   // Files, folders, URLs and texts handed to the application (at launch, by a later launch):
   // files go to the dispatcher, the rest to the incoming-string handling.
   void openStrings(const QStringList& words);
@@ -96,4 +103,5 @@ class MainWindow : public QMainWindow {
   QSplitter* splitter_;
   QMenu *columnsMenu_, *filterMenu_, *searchMenu_;
   int searchType_ = 1;
+  CatalogueWatcher* watcher_;
 };

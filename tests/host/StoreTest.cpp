@@ -216,6 +216,117 @@ TEST_F(StoreTest, TwoProcessesSharingAFileKeepEachOthersEntries) {
   EXPECT_EQ(reader.entries().size(), 100u);
 }
 
+TEST_F(StoreTest, EditsOfOneEntryFromTwoProcessesKeepEachOthersFieldsAndTheLaterSaveWinsAField) {
+  Store a, b;
+  ASSERT_TRUE(a.open(path()).ok());
+  Entry* mine = a.insertEntry();
+  mine->setValue("title", "Kind of Blue");
+  mine->setValue("artist", "Miles Davis");
+  mine->addTrack(Store::newTrack())->setValue("name", "So What");
+  ASSERT_TRUE(a.save());
+  ASSERT_TRUE(b.open(path()).ok());
+  Entry* theirs = b.entryWithUID(mine->uid());
+  ASSERT_EQ(theirs->tracksSet().size(), 1u);
+  EXPECT_TRUE(a.refresh().isEmpty());  // its own save is nothing new to it
+
+  mine->setValue("genre", "Jazz");
+  theirs->setValue("label", "Columbia");
+  ASSERT_TRUE(a.save());
+  ASSERT_TRUE(b.save());
+  EXPECT_EQ(theirs->stringValue("genre"), "Jazz");  // read back with the save that came after it
+  Store::OutsideChanges seen = a.refresh();
+  ASSERT_EQ(seen.changed, std::vector<Entry*>{mine});
+  EXPECT_EQ(mine->stringValue("label"), "Columbia");
+  EXPECT_EQ(mine->stringValue("genre"), "Jazz");
+
+  // The same field: the later save wins, in the file and, at the next look, in the other process.
+  mine->setValue("artist", "Miles Davis Sextet");
+  ASSERT_TRUE(a.save());
+  theirs->setValue("artist", "The Miles Davis Sextet");
+  ASSERT_TRUE(b.save());
+  a.refresh();
+  EXPECT_EQ(mine->stringValue("artist"), "The Miles Davis Sextet");
+
+  // A value changed here and not saved yet stays over the saved one, and is saved after it.
+  mine->setValue("comments", "mine");
+  theirs->setValue("comments", "theirs");
+  theirs->setValue("summary", "Recorded in 1959");
+  theirs->addTrack(Store::newTrack())->setValue("name", "Freddie Freeloader");
+  ASSERT_TRUE(b.save());
+  seen = a.refresh();
+  EXPECT_EQ(seen.relationshipsReplaced, std::vector<Entry*>{mine});
+  EXPECT_EQ(mine->tracksSet().size(), 2u);
+  EXPECT_EQ(mine->stringValue("comments"), "mine");
+  EXPECT_EQ(mine->stringValue("summary"), "Recorded in 1959");
+  ASSERT_TRUE(a.save());
+  Store reader;
+  ASSERT_TRUE(reader.open(path()).ok());
+  EXPECT_EQ(reader.entryWithUID(mine->uid())->stringValue("comments"), "mine");
+  EXPECT_EQ(reader.entryWithUID(mine->uid())->stringValue("summary"), "Recorded in 1959");
+  EXPECT_EQ(reader.entryWithUID(mine->uid())->tracksSet().size(), 2u);
+}
+
+TEST_F(StoreTest, AnEntryDeletedByOneProcessIsNeverWrittenBackByAnother) {
+  Store a, b;
+  ASSERT_TRUE(a.open(path()).ok());
+  Collection* jazz = a.createCollection("Jazz");
+  qint64 gone = 0, kept = 0;
+  for (const char* title : {"Blue Train", "Kind of Blue"}) {
+    Entry* e = a.insertEntry();
+    e->setValue("title", title);
+    a.addEntryToCollection(e, jazz);
+    (gone ? kept : gone) = e->uid();
+  }
+  ASSERT_TRUE(a.save());
+  ASSERT_TRUE(b.open(path()).ok());
+
+  b.deleteEntry(b.entryWithUID(gone));
+  Entry* added = b.insertEntry();
+  added->setValue("title", "Giant Steps");
+  b.addEntryToCollection(added, b.createCollection("Atlantic"));
+  ASSERT_TRUE(b.save());
+
+  // A stale copy: its change is refused, and so is putting it in a collection.
+  Entry* stale = a.entryWithUID(gone);
+  stale->setValue("comments", "still here?");
+  a.addEntryToCollection(stale, a.createCollection("Favourites"));
+  a.entryWithUID(kept)->setValue("comments", "still here");
+  QString error;
+  EXPECT_FALSE(a.save(&error));
+  EXPECT_TRUE(error.contains("\u201CBlue Train\u201D was deleted by another program")) << qPrintable(error);
+  EXPECT_EQ(a.entryWithUID(gone), nullptr);
+  EXPECT_EQ(stale->stringValue("title"), "Blue Train");  // kept alive for whoever holds it
+  EXPECT_EQ(jazz->memberUIDs(), std::vector<qint64>{kept});
+
+  Store::OutsideChanges seen = a.refresh();
+  ASSERT_EQ(seen.added.size(), 1u);
+  EXPECT_EQ(seen.added[0]->stringValue("title"), "Giant Steps");
+  EXPECT_TRUE(seen.collections);
+  EXPECT_EQ(a.collectionNamesOf(*seen.added[0]), QStringList{"Atlantic"});
+  EXPECT_TRUE(a.save());
+  EXPECT_TRUE(a.refresh().isEmpty());
+
+  seen = b.refresh();
+  EXPECT_EQ(b.entryWithUID(kept)->stringValue("comments"), "still here");
+  Entry* held = b.entryWithUID(kept);
+  a.deleteEntry(a.entryWithUID(kept));
+  a.deleteCollection(a.collectionNamed("Atlantic"));
+  ASSERT_TRUE(a.save());
+  seen = b.refresh();
+  EXPECT_EQ(seen.removed, std::vector<Entry*>{held});
+  ASSERT_EQ(seen.removedCollections.size(), 1u);
+  EXPECT_EQ(seen.removedCollections[0]->name(), "Atlantic");
+  EXPECT_EQ(b.entries().size(), 1u);
+  EXPECT_TRUE(b.collectionNamed("Jazz")->memberUIDs().empty());
+
+  Store reader;
+  ASSERT_TRUE(reader.open(path()).ok());
+  EXPECT_EQ(reader.entries().size(), 1u);
+  EXPECT_EQ(reader.entryWithUID(gone), nullptr);
+  EXPECT_TRUE(reader.collectionNamed("Jazz")->memberUIDs().empty());
+  EXPECT_TRUE(reader.collectionNamed("Favourites")->memberUIDs().empty());
+}
+
 TEST_F(StoreTest, AVersion5CatalogueIsUpgradedWholeToTheLayoutOfANewOne) {
   writeVersion5(path());
   {
@@ -250,8 +361,9 @@ TEST_F(StoreTest, AVersion5CatalogueIsUpgradedWholeToTheLayoutOfANewOne) {
     EXPECT_TRUE(ella->setValue("barcodeSource", "sleeve"));
     ASSERT_TRUE(store.save());
   }
-  EXPECT_EQ(versionOf(path()), 6);
+  EXPECT_EQ(versionOf(path()), 7);
   EXPECT_EQ(versionOf(path() + ".version5"), 5);
+  EXPECT_EQ(versionOf(path() + ".version6"), 6);
   {
     Store again;
     ASSERT_TRUE(again.open(path()).ok());
@@ -268,6 +380,25 @@ TEST_F(StoreTest, AVersion5CatalogueIsUpgradedWholeToTheLayoutOfANewOne) {
   const QStringList upgraded = layoutOf(path()), created = layoutOf(fresh);
   EXPECT_EQ(upgraded, created) << qPrintable(upgraded.join('\n')) << "\n---\n" << qPrintable(created.join('\n'));
   EXPECT_TRUE(created.contains("index links_url on links"));
+  EXPECT_TRUE(created.contains("index entry_revisions_revision on entry_revisions"));
+
+  // A file as version 6 shipped takes the one step to the same layout.
+  const QString six = dir.filePath("Six.sqlite");
+  {
+    SqliteDatabase db;
+    ASSERT_TRUE(db.open(six, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE));
+    for (const QString& sql : StoreSchema::version6CreateStatements() +
+                                  QStringList{"INSERT INTO entries(uid,title,barcodeSource) VALUES(5,'Six','sleeve')",
+                                              "PRAGMA user_version=6"})
+      ASSERT_TRUE(db.exec(sql)) << qPrintable(sql);
+  }
+  {
+    Store store;
+    ASSERT_TRUE(store.open(six).ok());
+    EXPECT_EQ(store.entryWithUID(5)->stringValue("barcodeSource"), "sleeve");
+  }
+  EXPECT_EQ(layoutOf(six), created);
+  EXPECT_EQ(versionOf(six + ".version6"), 6);
 }
 
 TEST_F(StoreTest, AnUpgradeThatCannotBeMadeLosesNothing) {
@@ -325,7 +456,7 @@ TEST_F(StoreTest, FilesThatAreNotCataloguesAreRefusedAndLeftAlone) {
   sqlite3_exec(db, "CREATE TABLE songs(x)", nullptr, nullptr, nullptr);
   sqlite3_close(db);
   sqlite3_open(newer.toUtf8().constData(), &db);
-  sqlite3_exec(db, "CREATE TABLE entries(uid); PRAGMA user_version=7", nullptr, nullptr, nullptr);
+  sqlite3_exec(db, "CREATE TABLE entries(uid); PRAGMA user_version=8", nullptr, nullptr, nullptr);
   sqlite3_close(db);
 
   const struct {
@@ -346,8 +477,9 @@ TEST_F(StoreTest, FilesThatAreNotCataloguesAreRefusedAndLeftAlone) {
       EXPECT_EQ(fileHash(c.path), before) << qPrintable(c.path);
     }
     if (c.path == newer) {
-      EXPECT_TRUE(result.message.endsWith("was written by a newer version of Discary (catalogue version 7); this "
-                                          "version reads up to catalogue version 6."))
+      EXPECT_TRUE(
+          result.message.endsWith("was written by a newer version of Discary (catalogue version 8); this "
+                                  "version reads up to catalogue version 7."))
           << qPrintable(result.message);
     }
   }
