@@ -10,6 +10,7 @@
 #include "MyController.h"
 
 #include <QDateTime>
+#include <functional>
 #include <optional>
 
 namespace {
@@ -48,14 +49,21 @@ std::optional<std::vector<Assignment>> readAssignments(const QStringList& words,
   return assignments;
 }
 
-void printEntry(const CliContext& context, Entry& entry, const QString& verb) {
+// Taken while the entry exists, printed once the change is saved (a deleted entry is gone by then).
+std::function<void()> reportOf(const CliContext& context, Entry& entry, const QString& verb) {
   if (context.options.json) {
-    JsonWriter json(stdout);
+    JsonWriter json(nullptr);
     writeEntryJson(json, entry, context.controller.managedObjectContext());
-  } else {
-    context.windowSystem.inform(QStringLiteral("%1 entry %2: %3").arg(verb).arg(entry.uid()).arg(entry.stringValue(CdKeys::title)));
+    return [text = json.text()] {
+      std::fwrite(text.constData(), 1, size_t(text.size()), stdout);
+      std::fflush(stdout);
+    };
   }
+  const QString message = QStringLiteral("%1 entry %2: %3").arg(verb).arg(entry.uid()).arg(entry.stringValue(CdKeys::title));
+  return [&context, message] { context.windowSystem.inform(message); };
 }
+
+void printEntry(const CliContext& context, Entry& entry, const QString& verb) { reportOf(context, entry, verb)(); }
 
 }  // namespace
 
@@ -117,9 +125,11 @@ int remove(const CliContext& context, const QStringList& words) {
   QString message;
   Entry* entry = context.findEntry(words.first(), &message);
   if (!entry) return CliContext::failure(message);
-  printEntry(context, *entry, QStringLiteral("Deleted"));
+  const auto report = reportOf(context, *entry, QStringLiteral("Deleted"));
   context.controller.deleteEntries({entry});
-  return context.save() ? 0 : 1;
+  if (!context.save()) return 1;
+  report();
+  return 0;
 }
 
 }  // namespace Commands

@@ -149,7 +149,7 @@ void JsonWriter::variant(const QVariant& v) {
 }
 
 void JsonWriter::flush() {
-  if (buffer_.isEmpty()) return;
+  if (buffer_.isEmpty() || !out_) return;
   std::fwrite(buffer_.constData(), 1, size_t(buffer_.size()), out_);
   std::fflush(out_);
   buffer_.clear();

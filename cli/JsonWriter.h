@@ -10,7 +10,9 @@
 // Writes one JSON document as a stream, so a list of 100,000 entries never exists as a tree.
 class JsonWriter {
  public:
+  // Without a file the document is kept and read with text().
   explicit JsonWriter(std::FILE* out) : out_(out) {}
+  const QByteArray& text() const { return buffer_; }
   ~JsonWriter() { flush(); }
 
   void beginObject() { open('{'); }
