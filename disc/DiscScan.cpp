@@ -97,10 +97,15 @@ void DiscScan::scanDisc() {
   if (!matches) return;
 
   if (matches->isEmpty()) {
-    const int answer = ws.runAlert(
-        localized(QStringLiteral("Action Required")),
-        localized(QStringLiteral("FreedbNoMatch"),
-                  QStringLiteral("The online database has no match for this disc. Try a keyword search, or add it manually.")),
+    // No answer is not the same as no match: the user should check the connection, not the disc.
+    const QString why =
+        site.serverUnreachable()
+            ? localized(QStringLiteral("FreedbUnreachable"),
+                        QStringLiteral("The disc lookup server could not be reached. Check the connection and the CDDB "
+                                       "server in Preferences, or add the disc manually."))
+            : localized(QStringLiteral("FreedbNoMatch"),
+                        QStringLiteral("The online database has no match for this disc. Try a keyword search, or add it manually."));
+    const int answer = ws.runAlert(localized(QStringLiteral("Action Required")), why,
         {localized(QStringLiteral("OK")), localized(QStringLiteral("AddManually"), QStringLiteral("Add Manually"))});
     if (answer != 1) return;
     panel.setResults(nullptr, -1);

@@ -105,6 +105,7 @@ std::optional<QStringList> Freedb::getDiscID() {
   durationsArray_ = QStringList();
   int tracks = 0;
   qint64 seconds = 0;
+  unreachable_ = false;
   const auto identifier = discIDStringWithTotalTracks(&tracks, &seconds, &offsets, &*durationsArray_);
   if (!identifier) {
     windowSystem_.runAlert(strings_.localizedString(QStringLiteral("Action Required")),
@@ -115,7 +116,9 @@ std::optional<QStringList> Freedb::getDiscID() {
   }
   const QString body = QStringLiteral("cmd=cddb+query+%1+%2+%3%4&hello=%5&proto=6")
                            .arg(*identifier).arg(tracks).arg(offsets).arg(seconds).arg(hello());
-  if (const auto reply = send(body)) {
+  const auto reply = send(body);
+  unreachable_ = !reply;
+  if (reply) {
     const CddbReply::Matches matches = CddbReply::parseQuery(*reply);
     queryResults_ = matches.keys;
     resultsTitle_ = matches.titles;
@@ -143,8 +146,10 @@ void Freedb::resultNumber(int index, const std::function<void(const QVariantMap&
 int Freedb::findPossibleDiscIDs(const QString& discID) {
   queryResults_.clear();
   resultsTitle_.clear();
+  unreachable_ = true;
   for (const QString& category : categories) {
     const auto reply = send(QStringLiteral("cmd=cddb+read+%1+%2&hello=%3&proto=6").arg(category, discID, hello()));
+    if (reply) unreachable_ = false;
     if (reply && CddbReply::isProbeHit(*reply)) {
       queryResults_ << category + QLatin1Char('+') + discID;
       resultsTitle_ << category;
@@ -159,6 +164,7 @@ void Freedb::report(int count) {
 
 void Freedb::searchFor(const QVariantMap& search, SearchTarget target) {
   messageTarget_ = std::move(target);
+  unreachable_ = false;
   resultsTitle_.clear();
   queryResults_.clear();
   const QString keyword = QStringLiteral("keyword"), discIDKey = CdKeys::discID;
@@ -198,6 +204,7 @@ void Freedb::searchFor(const QVariantMap& search, SearchTarget target) {
 }
 
 void Freedb::connectionDidFinishLoading(const std::optional<QByteArray>& page) {
+  unreachable_ = !page;
   if (!page || page->isEmpty()) {
     report(0);
     return;

@@ -69,6 +69,9 @@ class Freedb : public SitePlugin {
   QStringList resultsTitles() const override { return resultsTitle_; }
   const QStringList& queryResults() const { return queryResults_; }
   const std::optional<QStringList>& durationsArray() const { return durationsArray_; }
+  // Whether the latest query or search got no answer at all (no connection, an HTTP error, the
+  // time-out), as opposed to an answer with no match.
+  bool serverUnreachable() const { return unreachable_; }
   // A keyword search ("keyword", "discID", "artist", "title"). Without a target it blocks and
   // the outcome is read from resultsTitles(); with one, the target hears of every outcome.
   void searchFor(const QVariantMap& search, SearchTarget target);
@@ -93,6 +96,7 @@ class Freedb : public SitePlugin {
   TocSource source_;
   QStringList queryResults_, resultsTitle_;
   std::optional<QStringList> durationsArray_;
+  bool unreachable_ = false;
   SearchTarget messageTarget_;
   // Replies of earlier searches may arrive after this object is gone; they check this first.
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);

@@ -4,6 +4,7 @@
 #include "Freedb.h"
 
 #include <QDialogButtonBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -14,6 +15,7 @@
 
 InternetSearchDialog::InternetSearchDialog(Freedb& site, QWidget* parent)
     : QDialog(parent), site_(site), field_(new QLineEdit(this)), results_(new QListWidget(this)), status_(new QLabel(this)) {
+  status_->setWordWrap(true);
   setWindowTitle(tr("Internet Search: %1").arg(site.pluginName()));
   setObjectName(QStringLiteral("internetSearch"));
   field_->setPlaceholderText(tr("Artist and title, a disc identifier, or a result page address"));
@@ -22,7 +24,7 @@ InternetSearchDialog::InternetSearchDialog(Freedb& site, QWidget* parent)
   buttons->button(QDialogButtonBox::Ok)->setText(tr("Use Result"));
   connect(find, &QPushButton::clicked, this, &InternetSearchDialog::search);
   connect(field_, &QLineEdit::returnPressed, this, &InternetSearchDialog::search);
-  connect(results_, &QListWidget::itemDoubleClicked, this, &QDialog::accept);
+  connect(results_, &QListWidget::itemActivated, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   auto* row = new QHBoxLayout;
@@ -54,7 +56,19 @@ void InternetSearchDialog::searchReturned(int count) {
   results_->clear();
   results_->addItems(site_.resultsTitles());
   if (results_->count() > 0) results_->setCurrentRow(0);
-  status_->setText(count == 0 ? tr("No results.") : tr("%n result(s)", nullptr, count));
+  if (count == 0)
+    status_->setText(site_.serverUnreachable() ? tr("The server could not be reached. Check the connection and the "
+                                                    "CDDB server in Preferences.")
+                                               : tr("No results."));
+  else
+    status_->setText(tr("%n result(s)", nullptr, count));
+}
+
+void InternetSearchDialog::keyPressEvent(QKeyEvent* event) {
+  // Return in the field has run the search: it must not also take the default button's result.
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (enter && field_->hasFocus()) return event->accept();
+  QDialog::keyPressEvent(event);
 }
 
 int InternetSearchDialog::chosenIndex() const { return results_->currentRow(); }
