@@ -137,7 +137,7 @@ EntryEditor::EntryEditor(MyController& controller, Entry* entry, QWidget* parent
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(tabs);
   layout->addWidget(buttons);
-  resize(820, 680);
+  resize(920, 680);
   // A new album starts with its title; an edit starts where the form starts.
   if (QWidget* title = editors_.value(CdKeys::title)) title->setFocus();
 }

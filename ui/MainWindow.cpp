@@ -6,8 +6,8 @@
 #include "CoverWell.h"
 #include "Entry.h"
 #include "DiscMenu.h"
-#include "EntryEditor.h"
 #include "EmptyCatalogueHint.h"
+#include "EntryEditor.h"
 #include "EntryTableModel.h"
 #include "ExportDialog.h"
 #include "FallbackIcons.h"
@@ -34,7 +34,6 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QScreen>
 #include <QHeaderView>
 #include <QInputDialog>
 #include <QLabel>
@@ -44,6 +43,7 @@
 #include <QMimeData>
 #include <QProcess>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
 #include <QSplitter>
 #include <QTableView>
@@ -203,8 +203,8 @@ void MainWindow::buildMenus() {
 
   QMenu* edit = menuBar()->addMenu(tr("&Edit"));
   QAction* add = action(edit, tr("&Add Entry…"), QKeySequence::New, &MainWindow::addEntry);
-  QAction* change = editAction_ = action(edit, tr("&Edit Entry…"), QKeySequence(Qt::CTRL | Qt::Key_E), &MainWindow::editEntry);
-  QAction* remove = deleteAction_ = action(edit, tr("&Delete Entries"), QKeySequence::Delete, &MainWindow::deleteSelectedEntries);
+  editAction_ = action(edit, tr("&Edit Entry…"), QKeySequence(Qt::CTRL | Qt::Key_E), &MainWindow::editEntry);
+  deleteAction_ = action(edit, tr("&Delete Entries"), QKeySequence::Delete, &MainWindow::deleteSelectedEntries);
   edit->addSeparator();
   selectAllAction_ = action(edit, tr("Select &All"), QKeySequence::SelectAll, [this] { list_->selectAll(); });
   editAction_->setObjectName(QStringLiteral("editEntry"));
@@ -244,11 +244,11 @@ void MainWindow::buildMenus() {
   tools->setMovable(false);
   tools->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
   add->setIcon(FallbackIcons::named(QStringLiteral("list-add")));
-  change->setIcon(FallbackIcons::named(QStringLiteral("document-edit")));
-  remove->setIcon(FallbackIcons::named(QStringLiteral("list-remove")));
+  editAction_->setIcon(FallbackIcons::named(QStringLiteral("document-edit")));
+  deleteAction_->setIcon(FallbackIcons::named(QStringLiteral("list-remove")));
   tools->addAction(add);
-  tools->addAction(change);
-  tools->addAction(remove);
+  tools->addAction(editAction_);
+  tools->addAction(deleteAction_);
   filterButton_ = new QToolButton(tools);
   filterButton_->setObjectName(QStringLiteral("filterButton"));
   filterButton_->setText(tr("Filter"));

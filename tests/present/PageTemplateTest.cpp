@@ -54,7 +54,7 @@ TEST_F(PageTemplateTest, DefaultPageShowsFieldsAndTracksWithoutLeftoverMarkers) 
   EXPECT_TRUE(text.contains("<h1>Mingus Ah Um</h1>"));
   EXPECT_TRUE(text.contains("<span>1959</span>&emsp;<span>Columbia</span>"));
   EXPECT_TRUE(text.contains("title=\"My rating: 9 of 10\">★★★★½</div>")) << qPrintable(text);
-  EXPECT_TRUE(text.contains("<tr><th>Paid</th><td>9.99</td></tr>"));
+  EXPECT_TRUE(text.contains("<tr><td class=\"key\">Paid</td><td>9.99</td></tr>"));
   EXPECT_FALSE(text.contains("On loan"));
   const qsizetype first = text.indexOf("Better Git It in Your Soul");
   EXPECT_GT(first, 0);
