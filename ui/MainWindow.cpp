@@ -182,8 +182,8 @@ void MainWindow::buildMenus() {
     refreshList();
   });
   file->addSeparator();
-  action(file, tr("&Export…"), QKeySequence(tr("Ctrl+Shift+E")), &MainWindow::exportShown)
-      ->setObjectName(QStringLiteral("export"));
+  exportAction_ = action(file, tr("&Export…"), QKeySequence(tr("Ctrl+Shift+E")), &MainWindow::exportShown);
+  exportAction_->setObjectName(QStringLiteral("export"));
   // With the entry page focused this prints the page; otherwise the collection, in a layout.
   action(file, tr("&Print…"), QKeySequence::Print, [this] {
     windowSystem_.takeChosenPdf();
@@ -402,6 +402,7 @@ void MainWindow::updateActions() {
   editAction_->setEnabled(selected == 1);
   deleteAction_->setEnabled(selected > 0);
   selectAllAction_->setEnabled(model_->rowCount() > 0);
+  exportAction_->setEnabled(model_->rowCount() > 0);
   const Collection* shown = collections_->currentCollection();
   renameCollectionAction_->setEnabled(shown && shown->isUser());
   deleteCollectionAction_->setEnabled(shown && shown->isUser());

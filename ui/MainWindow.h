@@ -105,6 +105,6 @@ class MainWindow : public QMainWindow {
   QToolButton *filterButton_, *searchTypeButton_;
   QAction* clearFilter_;
   EmptyCatalogueHint* emptyHint_;
-  QAction *editAction_, *deleteAction_, *selectAllAction_, *renameCollectionAction_, *deleteCollectionAction_;
+  QAction *editAction_, *deleteAction_, *selectAllAction_, *exportAction_, *renameCollectionAction_, *deleteCollectionAction_;
   int searchType_ = 1;
 };

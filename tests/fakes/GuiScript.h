@@ -13,12 +13,14 @@
 // opened it waits in the dialog's own event loop.
 namespace GuiScript {
 
+// The watch ends with the context object, so that a watch whose dialog never came does not
+// outlive its test.
 template <typename Widget>
-void whenShown(std::function<void(Widget*)> act) {
-  QTimer::singleShot(20, [act] {
+void whenShown(std::function<void(Widget*)> act, const QObject* context = qApp) {
+  QTimer::singleShot(20, context, [act, context] {
     for (QWidget* w : QApplication::topLevelWidgets())
       if (auto* widget = qobject_cast<Widget*>(w); widget && widget->isVisible()) return act(widget);
-    whenShown<Widget>(act);
+    whenShown<Widget>(act, context);
   });
 }
 
@@ -37,6 +39,7 @@ inline void fromEventLoop(const std::function<void()>& work) {
 struct AlertSeen {
   QString title, text;
   bool underASheet = false;
+  QObject watch;  // ends the watch for the alert when this goes
 };
 
 // Answers the next alert with the button of that text. The alert stays up long enough for a
@@ -50,7 +53,7 @@ inline void answerAlert(AlertSeen* seen, const QString& button = QStringLiteral(
     seen->text = box->informativeText();
     for (QAbstractButton* b : box->buttons())
       if (b->text() == button) return b->click();
-  });
+  }, &seen->watch);
 }
 
 }  // namespace GuiScript
