@@ -107,6 +107,7 @@ std::optional<QStringList> Freedb::getDiscID() {
   durationsArray_ = QStringList();
   int tracks = 0;
   qint64 seconds = 0;
+  unreachable_ = false;
   const auto identifier = discIDStringWithTotalTracks(&tracks, &seconds, &offsets, &*durationsArray_);
   if (!identifier) {
     windowSystem_.runAlert(strings_.localizedString(QStringLiteral("Action Required")),
@@ -119,6 +120,7 @@ std::optional<QStringList> Freedb::getDiscID() {
                            .arg(*identifier).arg(tracks).arg(offsets).arg(seconds).arg(hello());
   const QUrl url = Http::address(options_.server, endpointPath);
   const Http::Reply reply = Http::postAndWait(url, body.toLatin1(), options_.timeoutSeconds);
+  unreachable_ = !reply.ok();
   if (!reply.error.isEmpty()) {
     lastError_ = reply.error;
   } else if (!reply.ok()) {
@@ -153,8 +155,10 @@ void Freedb::resultNumber(int index, const std::function<void(const QVariantMap&
 int Freedb::findPossibleDiscIDs(const QString& discID) {
   queryResults_.clear();
   resultsTitle_.clear();
+  unreachable_ = true;
   for (const QString& category : categories) {
     const auto reply = send(QStringLiteral("cmd=cddb+read+%1+%2&hello=%3&proto=6").arg(category, discID, hello()));
+    if (reply) unreachable_ = false;
     if (reply && CddbReply::isProbeHit(*reply)) {
       queryResults_ << category + QLatin1Char('+') + discID;
       resultsTitle_ << category;
@@ -169,6 +173,7 @@ void Freedb::report(int count) {
 
 void Freedb::searchFor(const QVariantMap& search, SearchTarget target) {
   messageTarget_ = std::move(target);
+  unreachable_ = false;
   resultsTitle_.clear();
   queryResults_.clear();
   const QString keyword = QStringLiteral("keyword"), discIDKey = CdKeys::discID;
@@ -208,6 +213,7 @@ void Freedb::searchFor(const QVariantMap& search, SearchTarget target) {
 }
 
 void Freedb::connectionDidFinishLoading(const std::optional<QByteArray>& page) {
+  unreachable_ = !page;
   if (!page || page->isEmpty()) {
     report(0);
     return;

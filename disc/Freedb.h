@@ -73,6 +73,9 @@ class Freedb : public SitePlugin {
   const QStringList& queryResults() const { return queryResults_; }
   QStringList resultKeys() const override { return queryResults_; }
   const std::optional<QStringList>& durationsArray() const { return durationsArray_; }
+  // Whether the latest query or search got no answer at all (no connection, an HTTP error, the
+  // time-out), as opposed to an answer with no match.
+  bool serverUnreachable() const { return unreachable_; }
   // A keyword search ("keyword", "discID", "artist", "title"). Without a target it blocks and
   // the outcome is read from resultsTitles(); with one, the target hears of every outcome.
   void searchFor(const QVariantMap& search, SearchTarget target);
@@ -98,6 +101,7 @@ class Freedb : public SitePlugin {
   QStringList queryResults_, resultsTitle_;
   std::optional<QStringList> durationsArray_;
   QString lastError_;
+  bool unreachable_ = false;
   SearchTarget messageTarget_;
   // Replies of earlier searches may arrive after this object is gone; they check this first.
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);

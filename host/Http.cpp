@@ -37,11 +37,14 @@ void start(QNetworkAccessManager& manager, const QUrl& url, const std::optional<
   request.setTransferTimeout(milliseconds);
   QNetworkReply* reply = body ? manager.post(request, *body) : manager.get(request);
   auto buffer = std::make_shared<QByteArray>();
-  auto tooBig = std::make_shared<bool>(false);
+  auto tooBig = std::make_shared<bool>(false), timedOut = std::make_shared<bool>(false);
   // The whole exchange has a deadline, not only each silence between packets.
   auto deadline = new QTimer(reply);
   deadline->setSingleShot(true);
-  QObject::connect(deadline, &QTimer::timeout, reply, &QNetworkReply::abort);
+  QObject::connect(deadline, &QTimer::timeout, reply, [reply, timedOut] {
+    *timedOut = true;
+    reply->abort();
+  });
   deadline->start(milliseconds);
   QObject::connect(reply, &QNetworkReply::readyRead, reply, [reply, buffer, tooBig] {
     buffer->append(reply->read(Http::maximumReplyBytes + 1 - buffer->size()));
@@ -50,7 +53,7 @@ void start(QNetworkAccessManager& manager, const QUrl& url, const std::optional<
       reply->abort();
     }
   });
-  QObject::connect(reply, &QNetworkReply::finished, reply, [reply, buffer, tooBig, done = std::move(done)] {
+  QObject::connect(reply, &QNetworkReply::finished, reply, [reply, buffer, tooBig, timedOut, timeoutSeconds, done = std::move(done)] {
     if (!*tooBig && reply->isOpen()) buffer->append(reply->read(Http::maximumReplyBytes + 1 - buffer->size()));
     Http::Reply result;
     result.status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
@@ -60,8 +63,12 @@ void start(QNetworkAccessManager& manager, const QUrl& url, const std::optional<
     const bool statusError = reply->error() > QNetworkReply::UnknownProxyError && result.status >= 400;
     if (*tooBig || buffer->size() > Http::maximumReplyBytes) {
       result.error = QStringLiteral("the answer is larger than %1 MB").arg(Http::maximumReplyBytes / (1024 * 1024));
+    } else if (*timedOut || reply->error() == QNetworkReply::OperationCanceledError ||
+               reply->error() == QNetworkReply::TimeoutError) {
+      result.error = QStringLiteral("the server could not be reached: no answer within %1 s").arg(timeoutSeconds);
     } else if (reply->error() != QNetworkReply::NoError && !statusError) {
-      result.error = reply->errorString();
+      // What a person can act on first; Qt's own words say why.
+      result.error = QStringLiteral("the server could not be reached: %1").arg(reply->errorString());
     } else {
       result.body = *buffer;
     }

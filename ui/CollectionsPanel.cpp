@@ -1,6 +1,7 @@
 #include "CollectionsPanel.h"
 
 #include "Collection.h"
+#include "CollectionCountDelegate.h"
 #include "EntryTableModel.h"
 #include "MyController.h"
 
@@ -17,6 +18,7 @@ CollectionsPanel::CollectionsPanel(MyController& controller, QWidget* parent)
   setDropIndicatorShown(true);
   setSelectionMode(QAbstractItemView::SingleSelection);
   setEditTriggers(QAbstractItemView::NoEditTriggers);
+  setItemDelegate(new CollectionCountDelegate(this));
   connect(this, &QListWidget::currentItemChanged, this, [this](QListWidgetItem* item) {
     if (item) Q_EMIT collectionChosen(static_cast<Collection*>(item->data(collectionRole).value<void*>()));
   });
@@ -35,6 +37,15 @@ void CollectionsPanel::reload() {
   for (Collection* c : controller_.collections().allCollections())
     add(c, c->name(), c->isUser() ? QStringLiteral("folder-music") : QStringLiteral("emblem-shared"));
   selectCollection(current);
+  refreshCounts();
+}
+
+void CollectionsPanel::refreshCounts() {
+  for (int i = 0; i < count(); ++i) {
+    const auto* c = static_cast<const Collection*>(item(i)->data(collectionRole).value<void*>());
+    const qint64 size = qint64(controller_.collections().entriesIn(c).size());
+    if (item(i)->data(CollectionCountDelegate::countRole) != size) item(i)->setData(CollectionCountDelegate::countRole, size);
+  }
 }
 
 Collection* CollectionsPanel::currentCollection() const {
@@ -62,13 +73,39 @@ void CollectionsPanel::dragEnterEvent(QDragEnterEvent* event) {
 }
 
 void CollectionsPanel::dragMoveEvent(QDragMoveEvent* event) {
-  if (event->mimeData()->hasFormat(EntryTableModel::uidsMimeType) && collectionAt(event->position().toPoint()))
-    event->acceptProposedAction();
-  else
-    event->ignore();
+  const bool accepted =
+      event->mimeData()->hasFormat(EntryTableModel::uidsMimeType) && collectionAt(event->position().toPoint());
+  showDropTarget(accepted ? itemAt(event->position().toPoint()) : nullptr);
+  if (accepted) event->acceptProposedAction();
+  else event->ignore();
+}
+
+void CollectionsPanel::dragLeaveEvent(QDragLeaveEvent* event) {
+  showDropTarget(nullptr);
+  QListWidget::dragLeaveEvent(event);
+}
+
+void CollectionsPanel::showDropTarget(QListWidgetItem* target) {
+  for (int i = 0; i < count(); ++i) {
+    QListWidgetItem* it = item(i);
+    if (it->data(CollectionCountDelegate::dropTargetRole).toBool() != (it == target))
+      it->setData(CollectionCountDelegate::dropTargetRole, it == target);
+  }
+}
+
+int CollectionsPanel::dropTargetRow() const {
+  for (int i = 0; i < count(); ++i)
+    if (item(i)->data(CollectionCountDelegate::dropTargetRole).toBool()) return i;
+  return -1;
+}
+
+qint64 CollectionsPanel::countShown(int row) const {
+  const QListWidgetItem* it = item(row);
+  return it ? it->data(CollectionCountDelegate::countRole).toLongLong() : -1;
 }
 
 void CollectionsPanel::dropEvent(QDropEvent* event) {
+  showDropTarget(nullptr);
   Collection* target = collectionAt(event->position().toPoint());
   if (!target) return;
   QList<qint64> uids;

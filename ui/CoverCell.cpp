@@ -16,15 +16,16 @@ CoverCell::CoverCell(const Settings& settings)
   background_ = QColor::fromRgbF(level, level, level);
 }
 
-QImage CoverCell::render(const QImage& cover) const {
-  QImage cell(size_, size_, QImage::Format_RGB32);
+QImage CoverCell::render(const QImage& cover, int largest) const {
+  const int side = std::clamp(largest, 1, size_);
+  QImage cell(side, side, QImage::Format_RGB32);
   cell.fill(background_);
   if (cover.isNull()) return cell;
   // A margin, so the background shows around covers of every shape.
-  const int margin = std::max(2, size_ / 16);
+  const int margin = std::max(2, side / 16);
   const QImage scaled =
-      cover.scaled(size_ - 2 * margin, size_ - 2 * margin, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-  const QRect place((size_ - scaled.width()) / 2, (size_ - scaled.height()) / 2, scaled.width(), scaled.height());
+      cover.scaled(side - 2 * margin, side - 2 * margin, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+  const QRect place((side - scaled.width()) / 2, (side - scaled.height()) / 2, scaled.width(), scaled.height());
   QPainter painter(&cell);
   painter.drawImage(place, scaled);
   if (border_) {

@@ -13,8 +13,10 @@ class CoverCell {
 
   explicit CoverCell(const Settings& settings);
 
-  // The cell with the cover in it; a cover that is no image leaves the cell empty.
-  QImage render(const QImage& cover) const;
+  // The cell with the cover in it, no wider than largest; a cover that is no image leaves the
+  // cell empty.
+  QImage render(const QImage& cover, int largest = maximumSize) const;
+  int size() const { return size_; }
 
  private:
   int size_;

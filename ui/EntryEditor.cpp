@@ -4,6 +4,7 @@
 #include "CatalogueWatcher.h"
 #include "CdKeys.h"
 #include "Collection.h"
+#include "CoverWell.h"
 #include "Entry.h"
 #include "FieldTypes.h"
 #include "HostKeys.h"
@@ -15,12 +16,15 @@
 #include "Store.h"
 #include "TrackData.h"
 #include "TrackTable.h"
+#include "ValueKind.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QCompleter>
 #include <QDateTime>
+#include <QLocale>
 #include <QDialogButtonBox>
+#include <QFile>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QImage>
@@ -29,6 +33,7 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QScrollArea>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -62,12 +67,18 @@ EntryEditor::EntryEditor(MyController& controller, Entry* entry, QWidget* parent
       controller_(controller),
       entry_(entry),
       tracks_(new TrackTable),
-      links_(new LinksTable(controller.dataFolderPath())) {
+      links_(new LinksTable(controller.dataFolderPath())),
+      cover_(new CoverWell) {
   setWindowTitle(entry ? tr("Edit \u201C%1\u201D").arg(entry->stringValue(CdKeys::title)) : tr("Add Entry"));
   setObjectName(QStringLiteral("entryEditor"));
   QFormLayout *mainForm = nullptr, *extraForm = nullptr;
   auto* tabs = new QTabWidget(this);
-  tabs->addTab(formPage(&mainForm), tr("Album"));
+  auto* album = new QWidget;
+  auto* albumRow = new QHBoxLayout(album);
+  albumRow->setContentsMargins(0, 0, 0, 0);
+  albumRow->addWidget(formPage(&mainForm), 1);
+  albumRow->addWidget(cover_, 0, Qt::AlignTop);
+  tabs->addTab(album, tr("Album"));
   tabs->addTab(tracks_, tr("Tracks"));
   tabs->addTab(links_, tr("Links"));
   tabs->addTab(formPage(&extraForm), tr("Loan, Purchase and More"));
@@ -100,6 +111,7 @@ EntryEditor::EntryEditor(MyController& controller, Entry* entry, QWidget* parent
     }
     showTracks();
     showLinks();
+    cover_->showCover(QImage(controller_.managedObjectContext().coverPathOf(entry_->uid())));
   }
 
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel, this);
@@ -115,13 +127,6 @@ EntryEditor::EntryEditor(MyController& controller, Entry* entry, QWidget* parent
   if (!entry_) save_->setText(tr("Add"));
   connect(buttons, &QDialogButtonBox::accepted, this, &EntryEditor::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &EntryEditor::reject);
-  // The cover a lookup found, shown beside the buttons until the entry is added with it.
-  cover_ = new QLabel(this);
-  cover_->setObjectName(QStringLiteral("cover"));
-  cover_->hide();
-  auto* bottom = new QHBoxLayout;
-  bottom->addWidget(cover_);
-  bottom->addWidget(buttons);
   notice_ = new QLabel(this);
   notice_->setObjectName(QStringLiteral("outsideChanges"));
   notice_->setWordWrap(true);
@@ -130,8 +135,10 @@ EntryEditor::EntryEditor(MyController& controller, Entry* entry, QWidget* parent
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(notice_);
   layout->addWidget(tabs);
-  layout->addLayout(bottom);
-  resize(640, 680);
+  layout->addWidget(buttons);
+  resize(920, 680);
+  // A new album starts with its title; an edit starts where the form starts.
+  if (QWidget* title = editors_.value(CdKeys::title)) title->setFocus();
 }
 
 void EntryEditor::showTracks() {
@@ -218,10 +225,11 @@ void EntryEditor::loadFromAddPanel() {
     if (identifier != statusKey) showValue(identifier, panel.valueForKey(identifier));
   }
   tracks_->setTracks(panel.trackData().tracks());
-  coverImage_ = panel.valueForKey(MKCoverImage).value<QImage>();
-  cover_->setPixmap(coverImage_.isNull() ? QPixmap() : QPixmap::fromImage(coverImage_.scaled(64, 64, Qt::KeepAspectRatio,
-                                                                                               Qt::SmoothTransformation)));
-  cover_->setVisible(!coverImage_.isNull());
+  // The cover the shown result came with, kept when the album is added.
+  if (const QImage found = panel.valueForKey(MKCoverImage).value<QImage>(); found.isNull())
+    cover_->showCover(QImage());
+  else
+    cover_->takeImage(found);
   SitePlugin* site = panel.resultSite();
   const qsizetype count = site ? site->resultsTitles().size() : 0;
   back_->setVisible(count > 1);
@@ -312,8 +320,28 @@ QVariant EntryEditor::editorValue(const QString& identifier) const {
   return text.isEmpty() ? QVariant() : QVariant(text);
 }
 
-bool EntryEditor::readValues(QVariantMap* values, QString* problem) const {
+void EntryEditor::noteDoubt(const QString& identifier, AttributeKind kind, const QString& typed, const QVariant& value,
+                            QStringList* doubts) const {
+  const QString field = controller_.fieldsController()->localizedColumnName(identifier);
+  static const QRegularExpression letters(QStringLiteral("\\p{L}"));
+  if (ValueKind::of(kind).isNumberText() && typed.contains(letters)) {
+    *doubts << tr("\u201C%1\u201D in %2 is not a number: it is kept as text and counts as 0 in the totals.").arg(typed, field);
+    return;
+  }
+  // 04/03/1999 is April to some and March to others: say which it was read as.
+  static const QRegularExpression numeric(QStringLiteral("^\\s*(\\d{1,2})[/-](\\d{1,2})[/-]\\d{2,4}\\s*$"));
+  const QRegularExpressionMatch m = numeric.match(typed);
+  if (ValueKind::of(kind).isDate() && m.hasMatch() && m.captured(1).toInt() <= 12 && m.captured(2).toInt() <= 12 &&
+      m.captured(1).toInt() != m.captured(2).toInt())
+    *doubts << tr("\u201C%1\u201D in %2 is read as %3 (month first). Type %4 to be sure of it.")
+                   .arg(typed, field, QLocale(QLocale::English).toString(value.toDateTime().toUTC().date(), QStringLiteral("d MMMM yyyy")),
+                        value.toDateTime().toUTC().date().toString(Qt::ISODate));
+}
+
+bool EntryEditor::readValues(QVariantMap* values, QString* problem, QStringList* doubts) const {
   const EntitySchema& schema = EntitySchema::cd();
+  if (doubts && textOf(CdKeys::title).isEmpty() && (!entry_ || !shown_.value(CdKeys::title).isNull()))
+    *doubts << tr("The title is empty: the album will be listed without a name.");
   for (const QString& identifier : identifiers_) {
     const QVariant input = editorValue(identifier);
     // A field the user left alone keeps its stored value, even one its editor cannot show.
@@ -322,7 +350,9 @@ bool EntryEditor::readValues(QVariantMap* values, QString* problem) const {
       values->insert(identifier, QVariant());
       continue;
     }
-    const auto value = AttributeInput::read(schema.attributes()[schema.indexOf(identifier)].kind, input);
+    const AttributeKind kind = schema.attributes()[schema.indexOf(identifier)].kind;
+    const auto value = AttributeInput::read(kind, input);
+    if (value && doubts) noteDoubt(identifier, kind, input.toString(), *value, doubts);
     if (!value) {
       *problem = tr("\u201C%1\u201D is not a date Discary can read for %2. Type a year (1999) or a date (1999-03-04).")
                      .arg(input.toString(), controller_.fieldsController()->localizedColumnName(identifier));
@@ -349,17 +379,34 @@ void EntryEditor::accept() {
   }
   QVariantMap values;
   QString problem;
-  if (!readValues(&values, &problem)) {
+  QStringList doubts;
+  if (!readValues(&values, &problem, &doubts)) {
     QMessageBox::warning(this, tr("Check the entry"), problem);
     return;
+  }
+  if (!doubts.isEmpty()) {
+    QMessageBox box(QMessageBox::Warning, tr("Check the entry"), tr("Some of what was typed may not be what you meant."),
+                    QMessageBox::NoButton, this);
+    box.setInformativeText(doubts.join(QStringLiteral("\n\n")));
+    QPushButton* back = box.addButton(tr("Go Back"), QMessageBox::RejectRole);
+    box.addButton(entry_ ? tr("Save Anyway") : tr("Add Anyway"), QMessageBox::AcceptRole);
+    box.setDefaultButton(back);
+    box.exec();
+    if (box.clickedButton() == back) return;
   }
   if (entry_) {
     applyTo(*entry_, values);
   } else if (!addEntry(values)) {
-    reject();
-    return;
+    return;  // "Don't Add": back to the panel, with what was typed
   }
   if (links_->isModified() || again) applyLinks(*entry_);
+  if (cover_->isChanged()) {
+    const QString file = controller_.managedObjectContext().coverPathOf(entry_->uid());
+    const bool written = cover_->cover().isNull() ? !QFile::exists(file) || QFile::remove(file)
+                                                  : controller_.setCoverImage(*entry_, cover_->cover());
+    if (!written) QMessageBox::warning(this, tr("Cover"), tr("The cover could not be written to the data folder."));
+    entry_->setValue(CdKeys::dateEdited, QDateTime::currentDateTimeUtc());
+  }
   controller_.addEntryToAutofill(*entry_);
   controller_.saveManagedObjectContext();
   QDialog::accept();
@@ -370,7 +417,6 @@ bool EntryEditor::addEntry(const QVariantMap& values) {
   for (auto it = values.begin(); it != values.end(); ++it)
     if (it.value().isValid()) controller_.addPanel().setValue(it.value(), it.key());
   controller_.addPanel().trackData().setTracks(tracks_->tracks());
-  if (!coverImage_.isNull()) controller_.addPanel().setValue(coverImage_, MKCoverImage);
   entry_ = controller_.addEntryFromAddPanelCheckForDuplicates(true);
   if (!entry_) return false;
   if (Collection* shown = controller_.collections().selectedCollection(); shown && shown->isUser())

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "Store.h"
+#include "AttributeKind.h"
 
 #include <QDialog>
 #include <QHash>
-#include <QImage>
 #include <vector>
 
+class CoverWell;
 class Entry;
 class Link;
 class MyController;
@@ -29,9 +30,8 @@ class EntryEditor : public QDialog {
   // The editor of a field, by identifier ("title", "status", "myRating"...).
   QWidget* editorFor(const QString& identifier) const { return editors_.value(identifier); }
   TrackTable* trackTable() const { return tracks_; }
-  // The cover of a looked-up result, hidden when there is none.
-  QLabel* cover() const { return cover_; }
   LinksTable* linksTable() const { return links_; }
+  CoverWell* coverWell() const { return cover_; }
   // Sets an editor's text or state as a person would; for tests and scripted fills.
   void setFieldText(const QString& identifier, const QString& text);
 
@@ -57,7 +57,11 @@ class EntryEditor : public QDialog {
   QVariant editorValue(const QString& identifier) const;
   // The values to store, read as their attributes' kinds, of the fields the user changed (all of
   // them for a new entry); false with the problem when one cannot be read (letters in a date).
-  bool readValues(QVariantMap* values, QString* problem) const;
+  // What was typed that may not be what was meant (an empty title, letters in a number, a date
+  // either way round) is added to doubts, for the user to confirm.
+  bool readValues(QVariantMap* values, QString* problem, QStringList* doubts = nullptr) const;
+  void noteDoubt(const QString& identifier, AttributeKind kind, const QString& typed, const QVariant& value,
+                 QStringList* doubts) const;
   bool addEntry(const QVariantMap& values);
   void applyTo(Entry& entry, const QVariantMap& values);
   // New links are finished as every new link is (moved, typed); removed ones go.
@@ -75,9 +79,8 @@ class EntryEditor : public QDialog {
   QLabel* notice_;
   QPushButton* save_;
   TrackTable* tracks_;
-  QLabel* cover_;
-  QImage coverImage_;
   LinksTable* links_;
+  CoverWell* cover_;
   std::vector<Link*> shownLinks_;  // the entry's links as the table was filled
   QPushButton *back_, *next_;
 };

@@ -6,6 +6,7 @@
 
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -22,6 +23,7 @@ InternetSearchDialog::InternetSearchDialog(Freedb& freedb, MusicBrainz& musicBra
       field_(new QLineEdit(this)),
       results_(new QListWidget(this)),
       status_(new QLabel(this)) {
+  status_->setWordWrap(true);
   setWindowTitle(tr("Internet Search"));
   setObjectName(QStringLiteral("internetSearch"));
   sites_->addItem(freedb.pluginName());
@@ -34,7 +36,7 @@ InternetSearchDialog::InternetSearchDialog(Freedb& freedb, MusicBrainz& musicBra
   connect(find, &QPushButton::clicked, this, &InternetSearchDialog::search);
   connect(field_, &QLineEdit::returnPressed, this, &InternetSearchDialog::search);
   connect(sites_, &QComboBox::currentIndexChanged, results_, &QListWidget::clear);
-  connect(results_, &QListWidget::itemDoubleClicked, this, &QDialog::accept);
+  connect(results_, &QListWidget::itemActivated, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   auto* row = new QHBoxLayout;
@@ -74,7 +76,10 @@ void InternetSearchDialog::search() {
   const QVariantMap request = identifier.match(text).hasMatch() ? QVariantMap{{CdKeys::discID, text}}
                                                                 : QVariantMap{{QStringLiteral("keyword"), text}};
   freedb_.searchFor(request, [self](int count, Freedb& site) {
-    if (self) self->searchReturned(count, site.resultsTitles());
+    if (!self) return;
+    self->searchReturned(count, site.resultsTitles());
+    if (count == 0 && site.serverUnreachable())
+      self->status_->setText(tr("The server could not be reached. Check the connection and the CDDB server in Preferences."));
   });
 }
 
@@ -83,6 +88,13 @@ void InternetSearchDialog::searchReturned(int count, const QStringList& titles) 
   results_->addItems(titles);
   if (results_->count() > 0) results_->setCurrentRow(0);
   status_->setText(count == 0 ? tr("No results.") : tr("%n result(s)", nullptr, count));
+}
+
+void InternetSearchDialog::keyPressEvent(QKeyEvent* event) {
+  // Return in the field has run the search: it must not also take the default button's result.
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (enter && field_->hasFocus()) return event->accept();
+  QDialog::keyPressEvent(event);
 }
 
 int InternetSearchDialog::chosenIndex() const { return results_->currentRow(); }

@@ -26,6 +26,11 @@ class InternetSearchDialog : public QDialog {
   QLineEdit* field() const { return field_; }
   QComboBox* sites() const { return sites_; }
   QListWidget* results() const { return results_; }
+  // What the search came to: searching, the number of results, none, or no answer.
+  QLabel* status() const { return status_; }
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   void searchReturned(int count, const QStringList& titles);

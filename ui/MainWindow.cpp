@@ -5,10 +5,14 @@
 #include "CdKeys.h"
 #include "Collection.h"
 #include "CollectionsPanel.h"
+#include "CoverWell.h"
 #include "Entry.h"
 #include "DiscMenu.h"
+#include "EmptyCatalogueHint.h"
 #include "EntryEditor.h"
 #include "EntryTableModel.h"
+#include "ExportDialog.h"
+#include "FallbackIcons.h"
 #include "FieldTypes.h"
 #include "HostKeys.h"
 #include "LibraryImportDialog.h"
@@ -19,15 +23,19 @@
 #include "QtWindowSystem.h"
 #include "Settings.h"
 #include "SettingsKeys.h"
+#include "StatusImage.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDateTime>
 #include <QDesktopServices>
+#include <QDir>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QInputDialog>
 #include <QLabel>
@@ -37,6 +45,9 @@
 #include <QMimeData>
 #include <QProcess>
 #include <QScrollBar>
+#include <QPushButton>
+#include <QScreen>
+#include <QShortcut>
 #include <QSplitter>
 #include <QTableView>
 #include <QTextBrowser>
@@ -50,6 +61,15 @@ const QString geometryKey = QStringLiteral("Window Geometry");
 const QString splitterKey = QStringLiteral("Window Splitter");
 const QString searchTypeKey = QStringLiteral("Search Type");
 const QString lastCatalogueKey = QStringLiteral("Last Catalogue");
+const QString sortKeyKey = QStringLiteral("Window Sort Key");
+const QString sortAscendingKey = QStringLiteral("Window Sort Ascending");
+const QString collectionKey = QStringLiteral("Window Collection");
+const QString selectionKey = QStringLiteral("Window Selection");
+// Files and folders of this machine, which File > Import... would take.
+bool importable(const QMimeData& data) {
+  const QList<QUrl> urls = data.urls();
+  return !urls.isEmpty() && std::all_of(urls.begin(), urls.end(), [](const QUrl& url) { return url.isLocalFile(); });
+}
 // The search field's menu, in the order a music lover reaches for them.
 const QList<int> searchTypes = {1, 3, 4, 6, 10, 7, 8, 11, 9, 12, 5, 40, 42, 43, 100};
 }  // namespace
@@ -98,6 +118,7 @@ MainWindow::MainWindow(MyController& controller, QtWindowSystem& windowSystem)
   connect(model_, &QAbstractItemModel::dataChanged, this, &MainWindow::selectionChanged);
   restoreState();
   collections_->reload();
+  collections_->selectCollection(controller_.collections().selectedCollection());
   refreshList();
   watcher_ = new CatalogueWatcher(
       controller_, [this](const Store::OutsideChanges& changes) { showOutsideChanges(changes); }, this);
@@ -130,12 +151,17 @@ QWidget* MainWindow::buildListPane() {
     controller_.fieldsController()->setClickedField(model_->columns().value(section));
   });
   connect(list_, &QTableView::doubleClicked, this, [this] { editEntry(); });
+  // Tab moves on to the next part of the window, as in any list; Return opens the entry.
+  list_->setTabKeyNavigation(false);
+  for (const int key : {Qt::Key_Return, Qt::Key_Enter})
+    new QShortcut(QKeySequence(key), list_, this, &MainWindow::editEntry, Qt::WidgetShortcut);
   connect(list_->selectionModel(), &QItemSelectionModel::selectionChanged, this, &MainWindow::selectionChanged);
   connect(model_, &QAbstractItemModel::modelReset, this, [this] {
     connect(list_->selectionModel(), &QItemSelectionModel::selectionChanged, this, &MainWindow::selectionChanged,
             Qt::UniqueConnection);
   });
 
+  emptyHint_ = new EmptyCatalogueHint(list_);
   footer_ = new QLabel(pane);
   footer_->setObjectName(QStringLiteral("footer"));
   footer_->setContentsMargins(6, 3, 6, 3);
@@ -161,7 +187,7 @@ void MainWindow::buildMenus() {
   action(file, tr("&Import…"), QKeySequence(tr("Ctrl+Shift+I")), [this] {
     history_->record(tr("Import"), {}, [this] { controller_.importCollection(); });
     reloadAll();
-  });
+  })->setObjectName(QStringLiteral("import"));
   action(file, tr("Import Music &Library…"), QKeySequence(), [this] {
     bool imported = false;
     history_->record(tr("Import Music Library"), {}, [&] { imported = LibraryImportDialog::run(controller_, this); });
@@ -170,10 +196,20 @@ void MainWindow::buildMenus() {
     refreshList();
   });
   file->addSeparator();
+  exportAction_ = action(file, tr("&Export…"), QKeySequence(tr("Ctrl+Shift+E")), &MainWindow::exportShown);
+  exportAction_->setObjectName(QStringLiteral("export"));
   // With the entry page focused this prints the page; otherwise the collection, in a layout.
-  action(file, tr("&Print…"), QKeySequence::Print, [this] { controller_.printCollection(); });
+  action(file, tr("&Print…"), QKeySequence::Print, [this] {
+    windowSystem_.takeChosenPdf();
+    controller_.printCollection();
+    if (const QString pdf = windowSystem_.takeChosenPdf(); !pdf.isEmpty() && QFileInfo::exists(pdf)) tellWhere(pdf);
+  });
   file->addSeparator();
-  QAction* preferences = action(file, tr("&Preferences…"), QKeySequence::Preferences, &MainWindow::showPreferences);
+  // Most Linux desktops name no key for preferences; Ctrl+, is the one their applications use.
+  const QKeySequence preferencesKeys = QKeySequence(QKeySequence::Preferences).isEmpty()
+                                           ? QKeySequence(Qt::CTRL | Qt::Key_Comma)
+                                           : QKeySequence(QKeySequence::Preferences);
+  QAction* preferences = action(file, tr("&Preferences…"), preferencesKeys, &MainWindow::showPreferences);
   preferences->setMenuRole(QAction::PreferencesRole);
   preferences->setObjectName(QStringLiteral("preferences"));
   file->addSeparator();
@@ -191,10 +227,12 @@ void MainWindow::buildMenus() {
   edit->addAction(redo);
   edit->addSeparator();
   QAction* add = action(edit, tr("&Add Entry…"), QKeySequence::New, &MainWindow::addEntry);
-  QAction* change = action(edit, tr("&Edit Entry…"), QKeySequence(Qt::CTRL | Qt::Key_E), &MainWindow::editEntry);
-  QAction* remove = action(edit, tr("&Delete Entries"), QKeySequence::Delete, &MainWindow::deleteSelectedEntries);
+  editAction_ = action(edit, tr("&Edit Entry…"), QKeySequence(Qt::CTRL | Qt::Key_E), &MainWindow::editEntry);
+  deleteAction_ = action(edit, tr("&Delete Entries"), QKeySequence::Delete, &MainWindow::deleteSelectedEntries);
   edit->addSeparator();
-  action(edit, tr("Select &All"), QKeySequence::SelectAll, [this] { list_->selectAll(); });
+  selectAllAction_ = action(edit, tr("Select &All"), QKeySequence::SelectAll, [this] { list_->selectAll(); });
+  editAction_->setObjectName(QStringLiteral("editEntry"));
+  deleteAction_->setObjectName(QStringLiteral("deleteEntries"));
   action(edit, tr("&Find"), QKeySequence::Find, [this] {
     search_->setFocus();
     search_->selectAll();
@@ -209,8 +247,10 @@ void MainWindow::buildMenus() {
   QMenu* collections = menuBar()->addMenu(tr("C&ollections"));
   action(collections, tr("&New Collection from Selection…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N),
          &MainWindow::newCollectionFromSelection);
-  action(collections, tr("&Rename Collection…"), QKeySequence(), &MainWindow::renameCollection);
-  action(collections, tr("&Delete Collection"), QKeySequence(), &MainWindow::deleteCollection);
+  renameCollectionAction_ = action(collections, tr("&Rename Collection…"), QKeySequence(), &MainWindow::renameCollection);
+  deleteCollectionAction_ = action(collections, tr("&Delete Collection"), QKeySequence(), &MainWindow::deleteCollection);
+  renameCollectionAction_->setObjectName(QStringLiteral("renameCollection"));
+  deleteCollectionAction_->setObjectName(QStringLiteral("deleteCollection"));
 
   auto* disc = new DiscMenu(controller_, *history_, this, menuBar()->addMenu(tr("&Disc")));
   // Texts and result pages handed to the application open the panel (the one site there is).
@@ -227,17 +267,22 @@ void MainWindow::buildMenus() {
   tools->setObjectName(QStringLiteral("tools"));
   tools->setMovable(false);
   tools->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-  add->setIcon(QIcon::fromTheme(QStringLiteral("list-add")));
-  change->setIcon(QIcon::fromTheme(QStringLiteral("document-edit")));
-  remove->setIcon(QIcon::fromTheme(QStringLiteral("list-remove")));
+  add->setIcon(FallbackIcons::named(QStringLiteral("list-add")));
+  editAction_->setIcon(FallbackIcons::named(QStringLiteral("document-edit")));
+  deleteAction_->setIcon(FallbackIcons::named(QStringLiteral("list-remove")));
   tools->addAction(add);
-  tools->addAction(change);
-  tools->addAction(remove);
-  auto* filterButton = new QToolButton(tools);
-  filterButton->setText(tr("Filter"));
-  filterButton->setMenu(filterMenu_);
-  filterButton->setPopupMode(QToolButton::InstantPopup);
-  tools->addWidget(filterButton);
+  tools->addAction(editAction_);
+  tools->addAction(deleteAction_);
+  filterButton_ = new QToolButton(tools);
+  filterButton_->setObjectName(QStringLiteral("filterButton"));
+  filterButton_->setText(tr("Filter"));
+  filterButton_->setMenu(filterMenu_);
+  filterButton_->setPopupMode(QToolButton::InstantPopup);
+  tools->addWidget(filterButton_);
+  clearFilter_ = tools->addAction(tr("Show All"), this, [this] { applyFilter({}); });
+  clearFilter_->setObjectName(QStringLiteral("clearFilter"));
+  clearFilter_->setToolTip(tr("Clear the filter"));
+  clearFilter_->setVisible(false);
   auto* spacer = new QWidget(tools);
   spacer->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
   tools->addWidget(spacer);
@@ -257,16 +302,24 @@ void MainWindow::buildMenus() {
     a->setCheckable(true);
     a->setData(type);
   }
-  QAction* menuAction = search_->addAction(QIcon::fromTheme(QStringLiteral("edit-find")), QLineEdit::LeadingPosition);
+  QAction* menuAction = search_->addAction(FallbackIcons::find(), QLineEdit::LeadingPosition);
   connect(menuAction, &QAction::triggered, this, [this] { searchMenu_->popup(search_->mapToGlobal(QPoint(0, search_->height()))); });
   connect(search_, &QLineEdit::textChanged, this, &MainWindow::runSearch);
+  // What the field searches stays in sight while one types, unlike the placeholder.
+  searchTypeButton_ = new QToolButton(tools);
+  searchTypeButton_->setObjectName(QStringLiteral("searchType"));
+  searchTypeButton_->setMenu(searchMenu_);
+  searchTypeButton_->setPopupMode(QToolButton::InstantPopup);
+  tools->addWidget(searchTypeButton_);
   tools->addWidget(search_);
 }
 
 void MainWindow::setSearchType(int type) {
   searchType_ = type;
   for (QAction* a : searchMenu_->actions()) a->setChecked(a->data().toInt() == type);
-  search_->setPlaceholderText(searchMenu_->actions().value(int(searchTypes.indexOf(type)))->text());
+  const QString label = searchMenu_->actions().value(int(searchTypes.indexOf(type)))->text();
+  search_->setPlaceholderText(label);
+  searchTypeButton_->setText(label);
   controller_.preferencesStandard().setObject(searchTypeKey, type);
   runSearch();
 }
@@ -291,10 +344,24 @@ void MainWindow::restoreState() {
   }
   model_->setColumns(columns);
   for (int i = 0; i < widths.size(); ++i) list_->setColumnWidth(i, widths[i]);
+  // The list as it was left: sorted the same way, in the same collection, the same entries selected.
+  if (const QString key = settings.stringForKey(sortKeyKey); EntitySchema::cd().has(key))
+    controller_.entriesController().setSortKey(key, !settings.objectForKey(sortAscendingKey).isValid() ||
+                                                        settings.boolForKey(sortAscendingKey));
+  if (const QString name = settings.stringForKey(collectionKey); !name.isEmpty())
+    controller_.collections().selectCollection(controller_.collections().collectionWithName(name, true));
   const int type = int(settings.integerForKey(searchTypeKey));
   setSearchType(searchTypes.contains(type) ? type : 1);
-  list_->horizontalHeader()->setSortIndicator(int(columns.indexOf(controller_.entriesController().sortKey())),
-                                              Qt::AscendingOrder);
+  showSortIndicator();
+  std::vector<Entry*> selected;
+  for (const QVariant& uid : settings.objectForKey(selectionKey).toList())
+    if (Entry* e = controller_.managedObjectContext().entryWithUID(uid.toLongLong())) selected.push_back(e);
+  selectEntries(selected);
+  if (settings.stringForKey(geometryKey).isEmpty()) {
+    // The first window: most of the screen, so that list and page both have room.
+    const QRect screen = QGuiApplication::primaryScreen() ? QGuiApplication::primaryScreen()->availableGeometry() : QRect(0, 0, 1280, 800);
+    resize(std::min(screen.width() * 9 / 10, 1440), std::min(screen.height() * 9 / 10, 900));
+  }
 }
 
 void MainWindow::saveState() {
@@ -308,6 +375,13 @@ void MainWindow::saveState() {
     columns << QVariantMap{{MKIdentifier, model_->columns().value(logical)}, {QStringLiteral("width"), header->sectionSize(logical)}};
   }
   settings.setObject(SettingsKeys::defaultColumns, columns);
+  settings.setObject(sortKeyKey, controller_.entriesController().sortKey());
+  settings.setObject(sortAscendingKey, controller_.entriesController().sortAscending());
+  const Collection* shown = controller_.collections().selectedCollection();
+  settings.setObject(collectionKey, shown && shown->isUser() ? shown->name() : QString());
+  QVariantList selected;
+  for (const Entry* e : controller_.entriesController().selectedObjects()) selected << e->uid();
+  settings.setObject(selectionKey, selected);
   settings.sync();
 }
 
@@ -322,6 +396,8 @@ void MainWindow::refreshList() {
   model_->reload();
   selectEntries(selected);
   controller_.refreshCollectionStatistics();
+  collections_->refreshCounts();
+  emptyHint_->showFor(controller_.managedObjectContext().entries().empty());
 }
 
 void MainWindow::selectEntries(const std::vector<Entry*>& entries) {
@@ -342,19 +418,31 @@ void MainWindow::selectionChanged() {
   controller_.entriesController().setSelectedObjects(selected);
   controller_.refreshCollectionStatistics();
   showEntryPage(selected.size() == 1 ? selected.front() : nullptr);
+  updateActions();
+}
+
+void MainWindow::updateActions() {
+  const size_t selected = controller_.entriesController().selectedObjects().size();
+  editAction_->setEnabled(selected == 1);
+  deleteAction_->setEnabled(selected > 0);
+  selectAllAction_->setEnabled(model_->rowCount() > 0);
+  exportAction_->setEnabled(model_->rowCount() > 0);
+  const Collection* shown = collections_->currentCollection();
+  renameCollectionAction_->setEnabled(shown && shown->isUser());
+  deleteCollectionAction_->setEnabled(shown && shown->isUser());
 }
 
 QTextBrowser* MainWindow::pageView() const { return page_; }
 
 void MainWindow::showEntryPage(Entry* entry) {
   if (!entry) {
-    page_->clear();
+    page_->showPage({});
     return;
   }
   QString html = controller_.templateText(controller_.preferencesStandard().stringForKey(SettingsKeys::infoTemplate));
   controller_.replaceKeysInTemplate(html, *entry, true, true);
   page_->setDataFolder(controller_.dataFolderPath());
-  page_->setHtml(html);
+  page_->showPage(html);
 }
 
 void MainWindow::showFooter(const QString& footer, qsizetype selectedCount) {
@@ -366,13 +454,43 @@ void MainWindow::showCollection(Collection* collection) {
   runSearch();
 }
 
+Entry* MainWindow::entryUnder(const QPointF& at) const {
+  const QPoint inList = list_->viewport()->mapFrom(this, at.toPoint());
+  if (!list_->viewport()->rect().contains(inList)) return nullptr;
+  const QModelIndex index = list_->indexAt(inList);
+  return index.isValid() ? model_->entryAt(index.row()) : nullptr;
+}
+
+void MainWindow::dragMoveEvent(QDragMoveEvent* event) {
+  // A picture over an entry becomes its cover; anywhere else a dropped file is imported.
+  const bool cover = entryUnder(event->position()) && !CoverWell::imageIn(*event->mimeData()).isNull();
+  if (cover || importable(*event->mimeData())) event->acceptProposedAction();
+  else event->ignore();
+}
+
+void MainWindow::setCoverOf(Entry& entry, const QImage& cover) {
+  if (!controller_.setCoverImage(entry, cover)) {
+    windowSystem_.runAlert(tr("The cover could not be set."), tr("It could not be written to the data folder."), {});
+    return;
+  }
+  entry.setValue(CdKeys::dateEdited, QDateTime::currentDateTimeUtc());
+  controller_.saveManagedObjectContext();
+  selectEntries({&entry});
+  showEntryPage(&entry);
+}
+
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
-  const QList<QUrl> urls = event->mimeData()->urls();
-  if (!urls.isEmpty() && std::all_of(urls.begin(), urls.end(), [](const QUrl& url) { return url.isLocalFile(); }))
-    event->acceptProposedAction();
+  if (importable(*event->mimeData()) || !CoverWell::imageIn(*event->mimeData()).isNull()) event->acceptProposedAction();
 }
 
 void MainWindow::dropEvent(QDropEvent* event) {
+  if (Entry* entry = entryUnder(event->position())) {
+    if (const QImage cover = CoverWell::imageIn(*event->mimeData()); !cover.isNull()) {
+      event->acceptProposedAction();
+      setCoverOf(*entry, cover);
+      return;
+    }
+  }
   QStringList paths;
   for (const QUrl& url : event->mimeData()->urls())
     if (url.isLocalFile()) paths << url.toLocalFile();
@@ -384,13 +502,21 @@ void MainWindow::dropEvent(QDropEvent* event) {
 
 void MainWindow::importPaths(const QStringList& paths) {
   history_->record(tr("Import"), {}, [&] {
-    for (const QString& path : paths) controller_.openFile(path);
+    // Several files: what was skipped is told once, at the end, not file by file.
+    if (paths.size() > 1) windowSystem_.beginAlertBatch();
+    for (const QString& path : paths) {
+      windowSystem_.setAlertBatchSubject(QFileInfo(path).fileName());
+      controller_.openFile(path);
+    }
+    if (paths.size() > 1) windowSystem_.endAlertBatch();
   });
   reloadAll();
 }
 
 void MainWindow::reloadAll() {
   collections_->reload();
+  // An import selects the collection it made.
+  collections_->selectCollection(controller_.collections().selectedCollection());
   runSearch();
 }
 
@@ -461,13 +587,30 @@ void MainWindow::openStrings(const QStringList& words) {
 
 void MainWindow::fillColumnsMenu() {
   columnsMenu_->clear();
-  for (const QVariant& f : controller_.fieldsController()->columnFields()) {
+  qDeleteAll(columnsMenu_->findChildren<QMenu*>(Qt::FindDirectChildrenOnly));
+  // Some 45 fields: the album's own first, the rest in groups, each group by name.
+  MyFieldsControllerShared& fields = *controller_.fieldsController();
+  QMenu *dates = nullptr, *more = nullptr, *custom = nullptr;
+  auto groupFor = [&](const QVariantMap& field) -> QMenu* {
+    const QString identifier = field.value(MKIdentifier).toString();
+    if (identifier.startsWith(QLatin1String("custom")))
+      return custom ? custom : custom = new QMenu(tr("Custom Fields"), columnsMenu_);
+    if (fields.fieldTypeForIdentifier(identifier) == FieldTypeDate)
+      return dates ? dates : dates = new QMenu(tr("Dates"), columnsMenu_);
+    if (field.value(QStringLiteral("location")).toString() == MKLocationExtra)
+      return more ? more : more = new QMenu(tr("Loan, Purchase and More"), columnsMenu_);
+    return columnsMenu_;
+  };
+  for (const QVariant& f : fields.columnFields()) {
     const QString identifier = f.toMap().value(MKIdentifier).toString();
-    QAction* a = columnsMenu_->addAction(controller_.fieldsController()->localizedColumnName(identifier));
+    QAction* a = groupFor(f.toMap())->addAction(fields.localizedColumnName(identifier));
     a->setCheckable(true);
     a->setChecked(model_->columns().contains(identifier));
     connect(a, &QAction::toggled, this, [this, identifier](bool on) { showColumn(identifier, on); });
   }
+  columnsMenu_->addSeparator();
+  for (QMenu* group : {dates, more, custom})
+    if (group) columnsMenu_->addMenu(group);
 }
 
 void MainWindow::showColumn(const QString& identifier, bool shown) {
@@ -485,7 +628,17 @@ void MainWindow::showColumn(const QString& identifier, bool shown) {
   }
   model_->setColumns(columns);
   for (int i = 0; i < widths.size(); ++i) list_->setColumnWidth(i, widths[i]);
+  showSortIndicator();
   saveState();
+}
+
+void MainWindow::showSortIndicator() {
+  // The column of the sort key, wherever it now is; none when that column is hidden.
+  const EntriesController& entries = controller_.entriesController();
+  QString key = entries.sortKey();
+  if (key == CdKeys::status && model_->columns().contains(StatusImage::key)) key = StatusImage::key;
+  list_->horizontalHeader()->setSortIndicator(int(model_->columns().indexOf(key)),
+                                              entries.sortAscending() ? Qt::AscendingOrder : Qt::DescendingOrder);
 }
 
 void MainWindow::fillFilterMenu() {
@@ -532,7 +685,11 @@ void MainWindow::applyFilter(const QVariantMap& item, const QString& value) {
     case FilterActionValue: break;
     default: wanted.clear();
   }
-  if (field.isEmpty() || wanted.isEmpty()) {
+  const bool active = !field.isEmpty() && !wanted.isEmpty();
+  filterButton_->setText(active ? tr("Filter: %1 is \u201C%2\u201D").arg(controller_.fieldsController()->localizedColumnName(field), wanted)
+                                : tr("Filter"));
+  clearFilter_->setVisible(active);
+  if (!active) {
     controller_.entriesController().setFilter({});
   } else {
     controller_.entriesController().setFilter([field, wanted](const Entry& e) {
@@ -565,12 +722,34 @@ void MainWindow::editEntry() {
 void MainWindow::deleteSelectedEntries() {
   const auto selected = controller_.entriesController().selectedObjects();
   if (selected.empty()) return;
-  const QString question = selected.size() == 1
-                               ? tr("Delete \u201C%1\u201D?").arg(selected.front()->stringValue(CdKeys::title))
-                               : tr("Delete %n entries?", nullptr, int(selected.size()));
-  if (QMessageBox::question(this, tr("Delete"), question, QMessageBox::Yes | QMessageBox::Cancel, QMessageBox::Cancel) !=
-      QMessageBox::Yes)
+  const QString what = selected.size() == 1 ? tr("\u201C%1\u201D").arg(selected.front()->stringValue(CdKeys::title))
+                                            : tr("%n entries", nullptr, int(selected.size()));
+  Collection* shown = controller_.collections().selectedCollection();
+  if (shown && shown->isUser()) {
+    // In one of the user's collections the entries may only be meant to leave that collection.
+    QMessageBox box(QMessageBox::Question, tr("Delete"),
+                    tr("Remove %1 from \u201C%2\u201D, or delete from the catalogue?").arg(what, shown->name()),
+                    QMessageBox::Cancel, this);
+    box.setInformativeText(tr("Remove from Collection keeps the entries in the catalogue and in other collections. "
+                              "Delete from Catalogue deletes them everywhere."));
+    QPushButton* remove = box.addButton(tr("Remove from Collection"), QMessageBox::AcceptRole);
+    QPushButton* erase = box.addButton(tr("Delete from Catalogue"), QMessageBox::DestructiveRole);
+    box.setDefaultButton(remove);
+    box.exec();
+    if (box.clickedButton() == remove) {
+      history_->record(tr("Remove from Collection"), {}, [&] {
+        for (Entry* e : selected) controller_.managedObjectContext().removeEntryFromCollection(e, shown);
+        controller_.saveManagedObjectContext();
+      });
+      collections_->reload();
+      runSearch();
+      return;
+    }
+    if (box.clickedButton() != erase) return;
+  } else if (QMessageBox::question(this, tr("Delete"), tr("Delete %1 from the catalogue?").arg(what),
+                                   QMessageBox::Yes | QMessageBox::Cancel, QMessageBox::Cancel) != QMessageBox::Yes) {
     return;
+  }
   // The covers are kept too, for the undo to put back.
   history_->record(
       tr("Delete"), selected,
@@ -579,6 +758,7 @@ void MainWindow::deleteSelectedEntries() {
         controller_.saveManagedObjectContext();
       },
       true);
+  collections_->reload();
   runSearch();
 }
 
@@ -637,7 +817,9 @@ void MainWindow::dropEntries(Collection* collection, const QList<qint64>& uids) 
       if (Entry* e = controller_.managedObjectContext().entryWithUID(uid)) controller_.addEntry(e, collection);
     controller_.saveManagedObjectContext();
   });
-  if (controller_.collections().selectedCollection() == collection) runSearch();
+  collections_->reload();
+  // The list, and the page, whose collections line has just grown.
+  runSearch();
 }
 
 void MainWindow::newCatalogue() {
@@ -667,6 +849,27 @@ void MainWindow::showUndoneStep(const QList<qint64>& uids) {
   for (qint64 uid : uids)
     if (Entry* e = controller_.managedObjectContext().entryWithUID(uid)) entries.push_back(e);
   selectEntries(entries);
+}
+
+void MainWindow::exportShown() {
+  Collection* shown = controller_.collections().selectedCollection();
+  ExportDialog dialog(controller_, shown ? shown->name() : controller_.frameworkBundle().localizedString(QStringLiteral("All Entries")),
+                      this);
+  if (dialog.exec() != QDialog::Accepted) return;
+  const std::vector<Entry*> entries = controller_.entriesController().arrangedObjects();
+  QString error;
+  if (!dialog.write(entries, &error)) {
+    windowSystem_.runAlert(tr("Nothing was exported."), error, {});
+    return;
+  }
+  tellWhere(dialog.output());
+}
+
+void MainWindow::tellWhere(const QString& path) {
+  // Long enough to read a path, and selectable in the footer afterwards.
+  const QString text = tr("Saved to %1").arg(QDir::toNativeSeparators(path));
+  windowSystem_.displayNotice(text, std::max(4.0, controller_.preferencesStandard().floatForKey(SettingsKeys::bezelDisplayTime)));
+  footer_->setText(text);
 }
 
 void MainWindow::showPreferences() {

@@ -7,7 +7,9 @@
 class CatalogueHistory;
 class CatalogueWatcher;
 class Collection;
+class QAction;
 class CollectionsPanel;
+class EmptyCatalogueHint;
 class Entry;
 class EntryTableModel;
 class MyController;
@@ -18,6 +20,7 @@ class QMenu;
 class QSplitter;
 class QTableView;
 class QTextBrowser;
+class QToolButton;
 class QUrl;
 class QtWindowSystem;
 
@@ -62,7 +65,9 @@ class MainWindow : public QMainWindow {
  protected:
   void closeEvent(QCloseEvent* event) override;
   // Files and folders dropped on the window are imported, each as File > Import... would.
+  // A picture dropped on an entry of the list becomes its cover.
   void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragMoveEvent(QDragMoveEvent* event) override;
   void dropEvent(QDropEvent* event) override;
 
  private:
@@ -72,11 +77,16 @@ class MainWindow : public QMainWindow {
   void saveState();
   void refreshList();
   void selectionChanged();
+  // Menu items that cannot apply to the selection or the shown collection are greyed out.
+  void updateActions();
   void showEntryPage(Entry* entry);
+  Entry* entryUnder(const QPointF& at) const;
+  void setCoverOf(Entry& entry, const QImage& cover);
   void showCollection(Collection* collection);
   void runSearch();
   void chooseFilter(const QVariantMap& item);
   void fillColumnsMenu();
+  void showSortIndicator();
   void fillFilterMenu();
   void renameCollection();
   void deleteCollection();
@@ -86,6 +96,9 @@ class MainWindow : public QMainWindow {
   void openCatalogue();
   void switchCatalogue(const QString& path);
   void showPreferences();
+  void exportShown();
+  // A notice of where a saved file went.
+  void tellWhere(const QString& path);
   void showFooter(const QString& footer, qsizetype selectedCount);
   void pageLinkClicked(const QUrl& url);
   // Shows the catalogue as an undo or redo left it, with the entries it touched selected.
@@ -102,6 +115,10 @@ class MainWindow : public QMainWindow {
   QLineEdit* search_;
   QSplitter* splitter_;
   QMenu *columnsMenu_, *filterMenu_, *searchMenu_;
+  QToolButton *filterButton_, *searchTypeButton_;
+  QAction* clearFilter_;
+  EmptyCatalogueHint* emptyHint_;
+  QAction *editAction_, *deleteAction_, *selectAllAction_, *exportAction_, *renameCollectionAction_, *deleteCollectionAction_;
   int searchType_ = 1;
   CatalogueWatcher* watcher_;
 };

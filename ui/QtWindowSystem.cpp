@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGridLayout>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QTextBrowser>
@@ -14,8 +15,36 @@
 #include <QMessageBox>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <utility>
+
+void QtWindowSystem::beginAlertBatch() { batchedAlerts_.emplace(); }
+
+void QtWindowSystem::endAlertBatch() {
+  const QStringList kept = batchedAlerts_.value_or(QStringList());
+  batchedAlerts_.reset();
+  batchSubject_.clear();
+  if (kept.size() == 1) runAlert(tr("A file was skipped."), kept.front(), {});
+  else if (!kept.isEmpty()) runAlert(tr("%n files were skipped.", nullptr, int(kept.size())), kept.join(u'\n'), {});
+}
 
 int QtWindowSystem::runAlert(const QString& title, const QString& message, const QStringList& buttons) {
+  if (batchedAlerts_ && buttons.size() <= 1) {
+    const QString said = message.isEmpty() ? title : message;
+    *batchedAlerts_ << (batchSubject_.isEmpty() || said.contains(batchSubject_) ? said : batchSubject_ + QStringLiteral(": ") + said);
+    return 0;
+  }
+  // A window-modal sheet over the window would take the clicks meant for the alert.
+  if (progress_) {
+    // Nor may it come up by itself while the alert is up, when its minimum duration has passed:
+    // its own timer stops when it is shown, here off screen.
+    if (!progress_->isVisible()) {
+      progress_->setAttribute(Qt::WA_DontShowOnScreen, true);
+      progress_->show();
+      progress_->setAttribute(Qt::WA_DontShowOnScreen, false);
+    }
+    progress_->hide();
+    progressHiddenForAlert_ = true;
+  }
   QMessageBox box(window_);
   box.setIcon(QMessageBox::Warning);
   box.setText(title);
@@ -45,19 +74,33 @@ void QtWindowSystem::showProgressSheet(const QString& title, const QString& subt
 
 void QtWindowSystem::setProgressSubtitle(const QString& subtitle) {
   if (!progress_) return;
+  resumeProgress();
   progress_->setLabelText(subtitle);
   QApplication::processEvents();
 }
 
 void QtWindowSystem::increaseProgress() {
   if (!progress_) return;
+  resumeProgress();
   if (progress_->maximum() > 0) progress_->setValue(qMin(progress_->value() + 1, progress_->maximum()));
   QApplication::processEvents();
 }
 
 void QtWindowSystem::closeProgressSheet() {
-  if (progress_) progress_->deleteLater();
+  if (!progress_) return;
+  // Hidden now, and its timer stopped: the deletion waits for the outer event loop, and during an
+  // alert's own loop the sheet would stay up, or come up by itself, over the alert.
+  progress_->reset();
+  progress_->hide();
+  progress_->deleteLater();
   progress_.clear();
+  progressHiddenForAlert_ = false;
+}
+
+void QtWindowSystem::resumeProgress() {
+  // Work that goes on after an alert brings its sheet back.
+  if (!std::exchange(progressHiddenForAlert_, false)) return;
+  progress_->show();
 }
 
 bool QtWindowSystem::progressCancelled() const { return progress_ && progress_->wasCanceled(); }
@@ -69,9 +112,25 @@ QStringList QtWindowSystem::runOpenPanel(const QString& title, const QStringList
   QFileDialog dialog(window_, title);
   dialog.setFileMode(QFileDialog::ExistingFile);
   dialog.setNameFilters({tr("Importable files (%1)").arg(patterns.join(u' ')), tr("All files (*)")});
-  // Folders open on double-click in this dialog, so a folder export is picked by its info.xml.
+  // Folders open on double-click in this dialog, so a folder export is picked by its info.xml,
+  // and a folder of music by the button below.
   dialog.setOption(QFileDialog::DontUseNativeDialog);
-  if (dialog.exec() != QDialog::Accepted) return {};
+  QString folder;
+  if (folders) {
+    auto* button = new QPushButton(tr("Import This Folder"), &dialog);
+    button->setObjectName(QStringLiteral("chooseFolder"));
+    button->setToolTip(tr("Imports the music files of the folder selected, or else of the folder shown."));
+    QObject::connect(button, &QPushButton::clicked, &dialog, [&dialog, &folder] {
+      const QFileInfo selected(dialog.selectedFiles().value(0));
+      folder = selected.isDir() ? selected.absoluteFilePath() : dialog.directory().absolutePath();
+      dialog.reject();
+    });
+    if (auto* grid = qobject_cast<QGridLayout*>(dialog.layout()))
+      grid->addWidget(button, grid->rowCount(), 0, 1, grid->columnCount(), Qt::AlignLeft);
+  }
+  const int answer = dialog.exec();
+  if (!folder.isEmpty()) return {folder};
+  if (answer != QDialog::Accepted) return {};
   QStringList chosen = dialog.selectedFiles();
   for (QString& path : chosen) {
     const QFileInfo info(path);
@@ -115,6 +174,7 @@ std::optional<PrintRequest> QtWindowSystem::runPrintDialog(const PrintController
   if (dialog.destination() == PrintDialog::Destination::Pdf) {
     request.pdfPath = QFileDialog::getSaveFileName(window_, tr("Save as PDF"), tr("Collection.pdf"), tr("PDF files (*.pdf)"));
     if (request.pdfPath.isEmpty()) return std::nullopt;
+    chosenPdf_ = request.pdfPath;
     return request;
   }
   printer_ = std::make_unique<QPrinter>(QPrinter::HighResolution);

@@ -7,10 +7,11 @@
 #include <QPrinter>
 #include <QTextBrowser>
 #include <memory>
+#include <optional>
+#include <utility>
 
 
 class QProgressDialog;
-
 class QWidget;
 
 // The window system of the desktop application: message boxes for alerts, a window-modal
@@ -25,6 +26,12 @@ class QtWindowSystem : public QObject, public WindowSystem {
   void setPageView(QTextBrowser* page) { page_ = page; }
 
   int runAlert(const QString& title, const QString& message, const QStringList& buttons) override;
+  // While several files are imported at once, alerts that only inform (one button) are kept and
+  // shown together, in one alert, when the batch ends.
+  void beginAlertBatch();
+  // The file the next kept alerts are about, named in the list unless they name it themselves.
+  void setAlertBatchSubject(const QString& name) { batchSubject_ = name; }
+  void endAlertBatch();
   void showProgressSheet(const QString& title, const QString& subtitle, int count) override;
   void setProgressSubtitle(const QString& subtitle) override;
   void increaseProgress() override;
@@ -42,6 +49,8 @@ class QtWindowSystem : public QObject, public WindowSystem {
   bool entryPageHasFocus() const override;
   void printEntryPage() override;
   std::optional<PrintRequest> runPrintDialog(const PrintController& panel) override;
+  // The PDF file chosen in the print panel since the last call, if any.
+  QString takeChosenPdf() { return std::exchange(chosenPdf_, QString()); }
 
  Q_SIGNALS:
   void footerChanged(const QString& footer, qsizetype selectedCount);
@@ -49,8 +58,14 @@ class QtWindowSystem : public QObject, public WindowSystem {
   void internetSearchRequested(const QString& text, const QString& site);
 
  private:
+  void resumeProgress();
+
   QPointer<QWidget> window_;
   QPointer<QProgressDialog> progress_;
+  bool progressHiddenForAlert_ = false;
+  std::optional<QStringList> batchedAlerts_;
+  QString batchSubject_;
+  QString chosenPdf_;
   QPointer<QTextBrowser> page_;
   // Lives until the next print: the print controller paints on it after the dialog closed.
   std::unique_ptr<QPrinter> printer_;

@@ -104,7 +104,7 @@ TEST_F(PresentCliTest, ExportWritesAFolderOfPagesWithCovers) {
   EXPECT_EQ(read(QStringLiteral("site/covers/%1.jpg").arg(uid)), "jpeg bytes");
   const QByteArray page = read(QStringLiteral("site/%1.html").arg(uid));
   EXPECT_TRUE(page.contains(QStringLiteral("<img src=\"covers/%1.jpg\"").arg(uid).toUtf8()));
-  EXPECT_TRUE(page.contains("<td class=\"name\">One<span class=\"credit\">Cy</span>"));
+  EXPECT_TRUE(page.contains("<td class=\"name\">One<br><span class=\"credit\">Cy</span>"));
   EXPECT_FALSE(page.contains("folio://"));
   EXPECT_EQ(QDir(dir.filePath("site")).entryList(QDir::Files).size(), 3);
 

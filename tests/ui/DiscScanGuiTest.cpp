@@ -4,6 +4,7 @@
 #include "EntryEditor.h"
 #include "EntryTableModel.h"
 #include "FakePlatform.h"
+#include "GuiScript.h"
 #include "InternetSearchDialog.h"
 #include "MainWindow.h"
 #include "MyController.h"
@@ -22,7 +23,9 @@
 #include <QFile>
 #include <QInputDialog>
 #include <QLineEdit>
+#include <QLabel>
 #include <QListWidget>
+#include <QTest>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -40,15 +43,9 @@ QString editorText(EntryEditor* editor, const char* key) {
   return QStringLiteral("(no editor for %1)").arg(QLatin1String(key));
 }
 
-template <typename Widget>
-void whenShown(std::function<void(Widget*)> act) {
-  QTimer::singleShot(20, [act] {
-    for (QWidget* w : QApplication::topLevelWidgets()) {
-      if (auto* widget = qobject_cast<Widget*>(w); widget && widget->isVisible()) return act(widget);
-    }
-    whenShown<Widget>(act);
-  });
-}
+using GuiScript::AlertSeen;
+using GuiScript::answerAlert;
+using GuiScript::whenShown;
 
 class DiscScanGuiTest : public ::testing::Test {
  protected:
@@ -235,6 +232,56 @@ TEST_F(DiscScanGuiTest, theInternetSearchPanelSearchesMusicBrainzAndPreferencesO
   EXPECT_EQ(site, QStringLiteral("MusicBrainz"));
   EXPECT_EQ(listed.size(), 2);
   EXPECT_EQ(shownLabel, QStringLiteral("Example Records"));
+}
+
+TEST_F(DiscScanGuiTest, noDiscAndNoServerAreSaidAboveAnySheet) {
+  MainWindow window(*controller, windowSystem);
+  windowSystem.setWindow(&window);
+  window.show();
+  platform.volumes.clear();
+  AlertSeen noDisc;
+  answerAlert(&noDisc);
+  GuiScript::fromEventLoop([&] { menuAction(window, "scanDisc")->trigger(); });
+  EXPECT_TRUE(noDisc.text.contains("No audio CD")) << noDisc.text.toStdString();
+  EXPECT_FALSE(noDisc.underASheet);
+
+  platform.volumes = {volume.path()};
+  settings.setObject(SettingsKeys::cddbServer, "127.0.0.1:1");  // nothing listens there
+  AlertSeen unreachable;
+  answerAlert(&unreachable, "Add Manually");
+  qsizetype manualTracks = 0;  // manual entry is still offered
+  whenShown<EntryEditor>([&](EntryEditor* editor) {
+    manualTracks = editor->trackTable()->tracks().size();
+    editor->reject();
+  });
+  GuiScript::fromEventLoop([&] { menuAction(window, "scanDisc")->trigger(); });
+  EXPECT_TRUE(unreachable.text.contains("could not be reached")) << unreachable.text.toStdString();
+  EXPECT_FALSE(unreachable.underASheet);
+  EXPECT_EQ(manualTracks, 11);
+}
+
+TEST_F(DiscScanGuiTest, theInternetSearchPanelSaysWhenTheServerCannotBeReached) {
+  settings.setObject(SettingsKeys::cddbServer, "127.0.0.1:1");
+  MainWindow window(*controller, windowSystem);
+  windowSystem.setWindow(&window);
+  window.show();
+  QString status;
+  bool stillOpen = false;
+  std::function<void(InternetSearchDialog*)> wait = [&](InternetSearchDialog* d) {
+    if (d->status()->text().startsWith("Searching")) return whenShown<InternetSearchDialog>(wait);
+    status = d->status()->text();
+    d->reject();
+  };
+  whenShown<InternetSearchDialog>([&](InternetSearchDialog* dialog) {
+    dialog->field()->setFocus();
+    QTest::keyClicks(dialog->field(), "Chagall");
+    QTest::keyClick(dialog->field(), Qt::Key_Return);  // searches, and leaves the panel open
+    stillOpen = dialog->isVisible();
+    whenShown<InternetSearchDialog>(wait);
+  });
+  menuAction(window, "internetSearch")->trigger();
+  EXPECT_TRUE(stillOpen);
+  EXPECT_TRUE(status.contains("could not be reached")) << status.toStdString();
 }
 
 }  // namespace

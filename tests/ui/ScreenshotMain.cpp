@@ -1,18 +1,30 @@
 // Draws the main window on a small sample catalogue into a PNG, for the documentation:
-// ui_screenshot OUT.png
+// ui_screenshot OUT.png [SCENE]
+// Scenes: main (the window, an album with its page), narrow (a big cover in a narrow page pane),
+// editor (the entry panel), alert (an import that ends in an alert, the whole screen), find (a
+// filter and a sort in use), empty (a catalogue with nothing in it).
 #include "Entry.h"
+#include "EntryEditor.h"
 #include "FakePlatform.h"
 #include "MainWindow.h"
 #include "MyController.h"
 #include "QtWindowSystem.h"
 #include "Settings.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
+#include <QFile>
+#include <QHeaderView>
 #include <QLinearGradient>
+#include <QMessageBox>
 #include <QPainter>
+#include <QScreen>
+#include <QSplitter>
 #include <QTableView>
 #include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
 #include <cstdio>
 
 namespace {
@@ -44,27 +56,46 @@ const Album albums[] = {
     {"Head Hunters", "Herbie Hancock", "Jazz", "Columbia", 1973, 8, 0, "9.99", "41:52"},
 };
 
-void drawCover(const QString& path, const Album& album, int seed) {
-  QImage image(400, 400, QImage::Format_RGB32);
+// The tracks of "Blue Train" as its page shows them: artist and composer on each.
+const char* const blueTrain[][3] = {{"Blue Train", "10:43", "John Coltrane"},
+                                    {"Moment's Notice", "9:10", "John Coltrane"},
+                                    {"Locomotion", "7:14", "John Coltrane"},
+                                    {"I'm Old Fashioned", "7:58", "Jerome Kern"},
+                                    {"Lazy Bird", "7:00", "John Coltrane"}};
+
+void drawCover(const QString& path, const Album& album, int seed, int side) {
+  QImage image(side, side, QImage::Format_RGB32);
   QPainter p(&image);
-  QLinearGradient gradient(0, 0, 400, 400);
+  QLinearGradient gradient(0, 0, side, side);
   gradient.setColorAt(0, QColor::fromHsv((seed * 47) % 360, 140, 200));
   gradient.setColorAt(1, QColor::fromHsv((seed * 47 + 60) % 360, 200, 90));
   p.fillRect(image.rect(), gradient);
   p.setPen(Qt::white);
   QFont font = p.font();
-  font.setPixelSize(34);
+  font.setPixelSize(side / 12);
   font.setBold(true);
   p.setFont(font);
-  p.drawText(image.rect().adjusted(24, 24, -24, -120), Qt::AlignLeft | Qt::AlignBottom | Qt::TextWordWrap,
+  p.drawText(image.rect().adjusted(side / 16, side / 16, -side / 16, -side * 3 / 10), Qt::AlignLeft | Qt::AlignBottom | Qt::TextWordWrap,
              QString::fromUtf8(album.title));
-  font.setPixelSize(22);
+  font.setPixelSize(side / 18);
   font.setBold(false);
   p.setFont(font);
-  p.drawText(image.rect().adjusted(24, 300, -24, -24), Qt::AlignLeft | Qt::AlignTop, QString::fromUtf8(album.artist));
+  p.drawText(image.rect().adjusted(side / 16, side * 3 / 4, -side / 16, -side / 16), Qt::AlignLeft | Qt::AlignTop,
+             QString::fromUtf8(album.artist));
   p.end();
   image.save(path, "JPG", 90);
 }
+
+int selectTitle(MainWindow& window, const char* title) {
+  for (int row = 0; row < window.listView()->model()->rowCount(); ++row)
+    if (window.listView()->model()->index(row, 1).data().toString() == QString::fromUtf8(title)) {
+      window.listView()->selectRow(row);
+      return row;
+    }
+  return -1;
+}
+
+bool save(const QImage& image, const char* path) { return image.save(QString::fromLocal8Bit(path)); }
 
 }  // namespace
 
@@ -72,9 +103,10 @@ int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication app(argc, argv);
   if (argc < 2) {
-    std::fprintf(stderr, "usage: ui_screenshot OUT.png\n");
+    std::fprintf(stderr, "usage: ui_screenshot OUT.png [main|narrow|editor|alert|find|empty]\n");
     return 2;
   }
+  const QString scene = argc > 2 ? QString::fromLocal8Bit(argv[2]) : QStringLiteral("main");
   QTemporaryDir dir;
   Settings settings(dir.filePath("discary.conf"));
   settings.setObject(QStringLiteral("DefaultColumns"),
@@ -84,6 +116,7 @@ int main(int argc, char** argv) {
                                   QVariantMap{{"identifier", "releaseDate"}, {"width", 60}},
                                   QVariantMap{{"identifier", "genre"}, {"width", 80}},
                                   QVariantMap{{"identifier", "myRating"}, {"width", 80}}});
+  if (scene == QLatin1String("narrow")) settings.setObject(QStringLiteral("CellSize"), 400);
   QtWindowSystem windowSystem;
   FakePlatform platform;
   MyController controller(settings, windowSystem, platform);
@@ -93,6 +126,7 @@ int main(int argc, char** argv) {
   Store& store = controller.managedObjectContext();
   int seed = 0;
   for (const Album& album : albums) {
+    if (scene == QLatin1String("empty")) break;
     Entry* e = store.insertEntry();
     e->setPrimitiveValue("title", QString::fromUtf8(album.title));
     e->setPrimitiveValue("artist", QString::fromUtf8(album.artist));
@@ -104,23 +138,84 @@ int main(int argc, char** argv) {
     if (*album.price) e->setPrimitiveValue("price", QString::fromUtf8(album.price));
     e->setPrimitiveValue("duration", QString::fromUtf8(album.duration));
     if (album.status == 1) e->setPrimitiveValue("borrowedBy", QStringLiteral("Sam"));
-    for (int t = 0; t < 6; ++t) {
+    const bool full = QByteArray(album.title) == "Blue Train";
+    if (full) {
+      e->setPrimitiveValue("summary", QStringLiteral("Coltrane's only session as a leader for Blue Note, recorded at "
+                                                     "Van Gelder Studio, Hackensack, on 15 September 1957."));
+      e->setPrimitiveValue("producer", QStringLiteral("Alfred Lion"));
+    }
+    for (int t = 0; t < (full ? 5 : 6); ++t) {
       auto track = Store::newTrack();
-      track->setPrimitiveValue("name", QStringLiteral("Track %1").arg(t + 1));
       track->setPrimitiveValue("position", qint64(t));
-      track->setPrimitiveValue("duration", QStringLiteral("%1:%2").arg(3 + (seed + t) % 5).arg((seed * 7 + t * 13) % 60, 2, 10, QLatin1Char('0')));
+      if (full) {
+        track->setPrimitiveValue("name", QString::fromUtf8(blueTrain[t][0]));
+        track->setPrimitiveValue("duration", QString::fromUtf8(blueTrain[t][1]));
+        track->setPrimitiveValue("artist", QStringLiteral("John Coltrane"));
+        track->setPrimitiveValue("composer", QString::fromUtf8(blueTrain[t][2]));
+      } else {
+        track->setPrimitiveValue("name", QStringLiteral("Track %1").arg(t + 1));
+        track->setPrimitiveValue("duration", QStringLiteral("%1:%2").arg(3 + (seed + t) % 5).arg((seed * 7 + t * 13) % 60, 2, 10, QLatin1Char('0')));
+      }
       e->addTrack(std::move(track));
     }
-    drawCover(dir.filePath(QStringLiteral("Covers/%1.jpg").arg(e->uid())), album, seed++);
+    drawCover(dir.filePath(QStringLiteral("Covers/%1.jpg").arg(e->uid())), album, seed++,
+              scene == QLatin1String("narrow") && full ? 600 : 400);
   }
   controller.collections().createCollectionNamed(QStringLiteral("Late Night Jazz"), {});
   controller.saveManagedObjectContext();
 
   MainWindow window(controller, windowSystem);
-  window.resize(1440, 860);
+  window.resize(scene == QLatin1String("narrow") ? 1100 : 1440, 860);
   window.show();
-  window.listView()->selectRow(7);
+  QTest::qWait(100);
+  selectTitle(window, scene == QLatin1String("main") || scene == QLatin1String("narrow") || scene == QLatin1String("editor")
+                          ? "Blue Train"
+                          : "Goldberg Variations");
   QApplication::processEvents();
-  const bool saved = window.grab().save(QString::fromLocal8Bit(argv[1]));
-  return saved ? 0 : 1;
+
+  if (scene == QLatin1String("narrow")) {
+    auto* splitter = window.findChild<QSplitter*>();
+    splitter->setSizes({160, 700, 240});
+    QTest::qWait(200);
+  } else if (scene == QLatin1String("editor")) {
+    EntryEditor editor(controller, controller.entriesController().selectedObjects().front(), &window);
+    editor.show();
+    QTest::qWait(200);
+    return save(editor.grab().toImage(), argv[1]) ? 0 : 1;
+  } else if (scene == QLatin1String("alert")) {
+    QFile csv(dir.filePath("Uneven.csv"));
+    if (!csv.open(QIODevice::WriteOnly)) return 1;
+    csv.write("title,artist\nBallads,John Coltrane\nCrescent,John Coltrane,Impulse!\n");
+    csv.close();
+    bool saved = false;
+    // Once the alert has been up long enough for any sheet to come up, the whole screen.
+    std::function<void()> shoot = [&] {
+      for (QWidget* w : QApplication::topLevelWidgets())
+        if (auto* box = qobject_cast<QMessageBox*>(w); box && box->isVisible()) {
+          QTest::qWait(800);
+          QScreen* screen = QGuiApplication::primaryScreen();
+          saved = save(screen->grabWindow(0, window.x() - 10, window.y() - 10, 1000, 640).toImage(), argv[1]);
+          for (QAbstractButton* b : box->buttons()) b->click();
+          return;
+        }
+      QTimer::singleShot(20, shoot);
+    };
+    QTimer::singleShot(20, shoot);
+    window.resize(980, 620);
+    QTest::qWait(100);
+    // From the application's event loop, as a menu command runs.
+    QTimer::singleShot(0, &window, [&] {
+      window.openStrings({csv.fileName()});
+      QApplication::quit();
+    });
+    QApplication::exec();
+    return saved ? 0 : 1;
+  } else if (scene == QLatin1String("find")) {
+    window.applyFilter({{"field", "genre"}, {"action", 1}}, QStringLiteral("Jazz"));
+    window.listView()->sortByColumn(4, Qt::DescendingOrder);  // genre, right of the column that goes
+    window.showColumn(QStringLiteral("releaseDate"), false);
+    QApplication::processEvents();
+  }
+  QTest::qWait(100);
+  return save(window.grab().toImage(), argv[1]) ? 0 : 1;
 }
