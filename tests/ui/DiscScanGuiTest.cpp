@@ -1,5 +1,6 @@
 #include "CannedCddbServer.h"
 #include "CannedMusicBrainzServer.h"
+#include "CoverWell.h"
 #include "Entry.h"
 #include "EntryEditor.h"
 #include "EntryTableModel.h"
@@ -19,7 +20,6 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QLabel>
 #include <QFile>
 #include <QInputDialog>
 #include <QLineEdit>
@@ -114,7 +114,7 @@ TEST_F(DiscScanGuiTest, withTheDefaultSourcesMusicBrainzFillsTheEditorWithLabelB
   whenShown<EntryEditor>([&](EntryEditor* editor) {
     for (const char* key : {"title", "artist", "label", "upc"}) shown << editorText(editor, key);
     shownTracks = int(editor->trackTable()->tracks().size());
-    coverShown = editor->cover()->isVisible() && !editor->cover()->pixmap().isNull();
+    coverShown = !editor->coverWell()->cover().isNull() && editor->coverWell()->isChanged();  // kept on Add
     editor->accept();
   });
   menuAction(window, "scanDisc")->trigger();
