@@ -14,6 +14,8 @@
 #include <QFile>
 #include <QFileInfo>
 #include <algorithm>
+#include <sqlite3.h>
+#include <utility>
 
 namespace {
 constexpr qint64 uidBlockSize = 1000;
@@ -422,6 +424,28 @@ bool Store::hasCollectionChanges() const {
 }
 
 bool Store::hasChanges() const { return !changed_.isEmpty() || !deleted_.isEmpty() || hasCollectionChanges(); }
+
+void Store::deferCheckpoints() {
+  if (isOpen()) sqlite3_wal_hook(db_.handle(), &Store::walCommitted, this);
+}
+
+int Store::walCommitted(void* store, sqlite3* db, const char*, int pages) {
+  auto* self = static_cast<Store*>(store);
+  self->walPages_ = pages;
+  self->savedSinceIdleCall_ = true;
+  constexpr int mostPagesLeft = 10000;
+  if (pages > mostPagesLeft) {
+    sqlite3_wal_checkpoint_v2(db, nullptr, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+    self->walPages_ = 0;
+  }
+  return SQLITE_OK;
+}
+
+void Store::checkpointWhenIdle() {
+  if (std::exchange(savedSinceIdleCall_, false) || walPages_ == 0 || !isOpen()) return;
+  sqlite3_wal_checkpoint_v2(db_.handle(), nullptr, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+  walPages_ = 0;
+}
 
 bool Store::save(QString* error) {
   if (!hasChanges()) return true;

@@ -17,6 +17,7 @@ class Link;
 class SqliteStatement;
 class StoredRow;
 class Track;
+struct sqlite3;
 
 // The catalogue store: one SQLite file holding entries, their tracks and links, and collections.
 // Entries are kept in memory once opened; tracks and links are read the first time an entry's
@@ -79,6 +80,13 @@ class Store : public ObjectContext {
   // returns false naming it, after writing everything else.
   bool save(QString* error = nullptr);
 
+  // Folding the write-ahead log into the file (a checkpoint) makes the save that passes 1,000 log
+  // pages take 10-20 ms. A window defers it to checkpointWhenIdle(), which it calls a few times a
+  // second: it checkpoints once a call finds no save since the previous one. A log that grows past
+  // 10,000 pages (a long import) is still folded at once.
+  void deferCheckpoints();
+  void checkpointWhenIdle();
+
   // What other processes sharing the file saved since the last look.
   struct OutsideChanges {
     std::vector<Entry*> added, changed;
@@ -126,6 +134,7 @@ class Store : public ObjectContext {
   bool loadCollections(OutsideChanges* changes = nullptr);
   void notify(Entry* entry, const QString& key);
   qint64 dataVersion();
+  static int walCommitted(void* store, sqlite3* db, const char* name, int pages);
   qint64 metaNumber(const QString& key);
   bool setMetaNumber(const QString& key, qint64 value);
   // The entry's saved attributes from a row holding them from firstColumn on, except those this
@@ -151,6 +160,9 @@ class Store : public ObjectContext {
   qint64 seenRevision_ = 0, dataVersion_ = -1;
   QSet<qint64> ownRevisions_;
   bool collectionsOutdated_ = false;
+  // Log pages not yet folded in, and whether a save came since the last idle call.
+  int walPages_ = 0;
+  bool savedSinceIdleCall_ = false;
   std::vector<std::unique_ptr<Entry>> deletedElsewhere_;
   std::vector<std::unique_ptr<Collection>> collectionsDeletedElsewhere_;
   std::vector<Collection*> collections_;

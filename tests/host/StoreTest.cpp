@@ -216,6 +216,28 @@ TEST_F(StoreTest, TwoProcessesSharingAFileKeepEachOthersEntries) {
   EXPECT_EQ(reader.entries().size(), 100u);
 }
 
+TEST_F(StoreTest, DeferredCheckpointsLoseNothingInACrashAndFoldTheLogInWhenIdle) {
+  Store store;
+  ASSERT_TRUE(store.open(path()).ok());
+  store.deferCheckpoints();
+  for (int i = 0; i < 40; ++i) {
+    store.insertEntry()->setValue("title", QStringLiteral("t%1").arg(i));
+    ASSERT_TRUE(store.save());
+  }
+  // What a crash now leaves behind: the file with its log.
+  const QString crashed = dir.filePath("crashed.sqlite"), folded = dir.filePath("folded.sqlite");
+  ASSERT_TRUE(QFile::copy(path(), crashed));
+  ASSERT_TRUE(QFile::copy(path() + "-wal", crashed + "-wal"));
+  store.checkpointWhenIdle();  // a save came since the last look: not idle yet
+  store.checkpointWhenIdle();
+  ASSERT_TRUE(QFile::copy(path(), folded));  // the file alone, no log
+  for (const QString& copy : {crashed, folded}) {
+    Store reader;
+    ASSERT_TRUE(reader.open(copy).ok()) << qPrintable(copy);
+    EXPECT_EQ(reader.entries().size(), 40u) << qPrintable(copy);
+  }
+}
+
 TEST_F(StoreTest, EditsOfOneEntryFromTwoProcessesKeepEachOthersFieldsAndTheLaterSaveWinsAField) {
   Store a, b;
   ASSERT_TRUE(a.open(path()).ok());

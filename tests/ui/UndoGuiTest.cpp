@@ -5,6 +5,7 @@
 #include "EntryEditor.h"
 #include "EntryTableModel.h"
 #include "FakePlatform.h"
+#include "GuiScript.h"
 #include "LinksTable.h"
 #include "MainWindow.h"
 #include "MyController.h"
@@ -29,15 +30,7 @@
 
 namespace {
 
-// Acts on the next modal dialog of that class once it shows.
-template <typename Dialog>
-void whenShown(std::function<void(Dialog*)> act) {
-  QTimer::singleShot(10, [act] {
-    for (QWidget* w : QApplication::topLevelWidgets())
-      if (auto* dialog = qobject_cast<Dialog*>(w); dialog && dialog->isVisible()) return act(dialog);
-    whenShown<Dialog>(act);
-  });
-}
+using GuiScript::whenShown;
 
 class UndoGuiTest : public ::testing::Test {
  protected:
