@@ -66,12 +66,16 @@ bool CatalogueStep::finish(const QString& name) {
   for (auto& [uid, before] : touchedBefore_) {
     Entry* now = store.entryWithUID(uid);
     if (now) {
-      // The edit time alone is no change a person would want to undo.
       const EntrySnapshot after = EntrySnapshot::of(store, *now, withCovers_);
       QStringList keys = before.differences(after);
-      keys.removeAll(CdKeys::dateEdited);
       if (before.cover() != after.cover()) keys << coverKey;
-      if (keys.isEmpty()) continue;
+      editedKeys_[uid] = keys;
+      // The edit time alone is no change a person would want to undo.
+      keys.removeAll(CdKeys::dateEdited);
+      if (keys.isEmpty()) {
+        editedKeys_.erase(uid);
+        continue;
+      }
       edited += keys;
       ++editedEntries;
     }
@@ -138,10 +142,14 @@ void CatalogueStep::applyEntries() {
       if (e) controller_.deleteEntries({e});
       continue;
     }
+    const auto edited = editedKeys_.find(uid);
+    const QStringList* only = edited == editedKeys_.end() ? nullptr : &edited->second;
+    // An edited entry that another process deleted since stays deleted.
+    if (!e && only) continue;
     if (!e) e = store.insertEntry(uid);
     if (!e) continue;
-    state->applyTo(*e);
-    if (const auto& cover = state->cover()) {
+    state->applyTo(*e, only);
+    if (const auto& cover = state->cover(); cover && (!only || only->contains(coverKey))) {
       if (cover->isEmpty()) {
         QFile::remove(store.coverPathOf(uid));
       } else {

@@ -60,6 +60,10 @@ class CatalogueStep : public QUndoCommand {
   // The state not in the catalogue now of what the step changed: nullopt where the entry or
   // collection does not exist in it.
   Entries otherEntries_;
+  // Of an entry the step edited, the keys it changed: only they are swapped, so a field another
+  // process changed since stays as that process left it. Entries the step added or deleted are
+  // swapped whole.
+  std::map<qint64, QStringList> editedKeys_;
   Collections otherCollections_;
   QHash<qint64, qint64> collectionIDs_;  // id when the step was made -> id now
 };

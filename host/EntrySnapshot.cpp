@@ -60,17 +60,19 @@ void replaceSet(Entry& entry, const std::vector<std::unique_ptr<T>>& now, const 
 }
 }  // namespace
 
-void EntrySnapshot::applyTo(Entry& entry) const {
+void EntrySnapshot::applyTo(Entry& entry, const QStringList* only) const {
   const auto& attributes = entry.schema().attributes();
+  auto wanted = [only](const QString& key) { return !only || only->contains(key); };
   QSet<int> kept;
   for (const auto& [index, value] : values_) {
     kept.insert(index);
+    if (!wanted(attributes[size_t(index)].key)) continue;
     const QVariant* now = entry.valueAt(index);
     if (!now || *now != value) entry.setValue(attributes[size_t(index)].key, value);
   }
   std::vector<int> dropped;
   entry.forEachValue([&](int index, const QVariant&) {
-    if (!kept.contains(index)) dropped.push_back(index);
+    if (!kept.contains(index) && wanted(attributes[size_t(index)].key)) dropped.push_back(index);
   });
   for (int index : dropped) entry.setValue(attributes[size_t(index)].key, QVariant());
   auto held = [](const auto& set) {
@@ -78,6 +80,8 @@ void EntrySnapshot::applyTo(Entry& entry) const {
     for (const auto& object : set) values.push_back(valuesOf(*object));
     return values;
   };
-  if (held(entry.tracksSet()) != tracks_) replaceSet(entry, entry.tracksSet(), tracks_, &Entry::removeTrack, &Entry::addTrack);
-  if (held(entry.linksSet()) != links_) replaceSet(entry, entry.linksSet(), links_, &Entry::removeLink, &Entry::addLink);
+  if (wanted(ModelKeys::tracksSet) && held(entry.tracksSet()) != tracks_)
+    replaceSet(entry, entry.tracksSet(), tracks_, &Entry::removeTrack, &Entry::addTrack);
+  if (wanted(ModelKeys::linksSet) && held(entry.linksSet()) != links_)
+    replaceSet(entry, entry.linksSet(), links_, &Entry::removeLink, &Entry::addLink);
 }

@@ -20,8 +20,8 @@ class EntrySnapshot {
   // The keys whose values differ, "tracksSet" or "linksSet" for a set that differs.
   QStringList differences(const EntrySnapshot& other) const;
   // Makes the entry hold this state again; only what differs is written, so an unchanged
-  // entry is not saved again.
-  void applyTo(Entry& entry) const;
+  // entry is not saved again. With only, just those keys (as differences() names them).
+  void applyTo(Entry& entry, const QStringList* only = nullptr) const;
   // The cover's bytes when it was kept; empty when the entry had none.
   const std::optional<QByteArray>& cover() const { return cover_; }
 

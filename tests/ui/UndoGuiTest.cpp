@@ -1,4 +1,5 @@
 #include "CatalogueHistory.h"
+#include "CatalogueWatcher.h"
 #include "Collection.h"
 #include "CollectionsPanel.h"
 #include "Entry.h"
@@ -89,6 +90,39 @@ class UndoGuiTest : public ::testing::Test {
     return store;
   }
 };
+
+TEST_F(UndoGuiTest, AnUndoPutsBackOnlyWhatItsStepChangedAndNoEntryDeletedElsewhere) {
+  MainWindow window(*controller, windowSystem);
+  QAction *undo = action(window, "undo"), *redo = action(window, "redo");
+  CatalogueWatcher* watcher = window.findChild<CatalogueWatcher*>();
+  ASSERT_TRUE(watcher);
+  select(window, uid);
+  whenShown<EntryEditor>([](EntryEditor* editor) {
+    editor->setFieldText("title", "Kind of Blue (Legacy Edition)");
+    editor->accept();
+  });
+  window.editEntry();
+  {  // meanwhile another program changes another field of that entry
+    auto other = reopened();
+    other->entryWithUID(uid)->setValue("label", "Columbia");
+    ASSERT_TRUE(other->save());
+  }
+  EXPECT_TRUE(watcher->checkNow());
+  undo->trigger();
+  EXPECT_EQ(reopened()->entryWithUID(uid)->stringValue("title"), "Kind of Blue");
+  EXPECT_EQ(reopened()->entryWithUID(uid)->stringValue("label"), "Columbia");
+
+  redo->trigger();
+  {
+    auto other = reopened();
+    other->deleteEntry(other->entryWithUID(uid));
+    ASSERT_TRUE(other->save());
+  }
+  EXPECT_TRUE(watcher->checkNow());
+  undo->trigger();
+  EXPECT_EQ(reopened()->entryWithUID(uid), nullptr);
+  EXPECT_EQ(controller->managedObjectContext().entryWithUID(uid), nullptr);
+}
 
 TEST_F(UndoGuiTest, EditsOfFieldsTracksAndLinksUndoAndRedoOneAtATime) {
   MainWindow window(*controller, windowSystem);
