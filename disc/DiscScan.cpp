@@ -200,6 +200,8 @@ void DiscScan::fillInformationFromCD() {
 
 void DiscScan::ejectCD() { freedb().ejectCD(); }
 
+bool DiscScan::canEject() { return freedb().canEject(); }
+
 std::optional<QVariantMap> DiscScan::playerDetails() {
   MusicPlayer* player = services_.platform.musicPlayer();
   if (!player) return std::nullopt;

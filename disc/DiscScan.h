@@ -67,6 +67,7 @@ class DiscScan {
   // Puts the inserted disc's durations and identifier into the open add panel.
   void fillInformationFromCD();
   void ejectCD();
+  bool canEject();
   // What the music player knows of the inserted CD, as a lookup result; nullopt when no player
   // answers.
   std::optional<QVariantMap> playerDetails();

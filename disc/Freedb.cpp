@@ -230,12 +230,21 @@ void Freedb::ejectCD() {
     platform_.eject(source_.device);
     return;
   }
+  if (const QString volume = discVolume(); !volume.isEmpty())
+    platform_.eject(volume);
+  else if (source_.volume.isEmpty() && platform_.driveTableOfContents({}))
+    platform_.eject({});
+}
+
+bool Freedb::canEject() const {
+  if (!source_.file.isEmpty()) return false;
+  return !source_.device.isEmpty() || !discVolume().isEmpty() ||
+         (source_.volume.isEmpty() && platform_.driveTableOfContents({}).has_value());
+}
+
+QString Freedb::discVolume() const {
   const QStringList volumes = source_.volume.isEmpty() ? platform_.mountedRemovableVolumes() : QStringList{source_.volume};
-  for (const QString& volume : volumes) {
-    if (platform_.fileExists(QStringLiteral("%1/%2").arg(volume, tocFileName))) {
-      platform_.eject(volume);
-      return;
-    }
-  }
-  if (source_.volume.isEmpty() && platform_.driveTableOfContents({})) platform_.eject({});
+  for (const QString& volume : volumes)
+    if (platform_.fileExists(QStringLiteral("%1/%2").arg(volume, tocFileName))) return volume;
+  return {};
 }

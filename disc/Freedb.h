@@ -81,6 +81,8 @@ class Freedb : public SitePlugin {
   void searchFor(const QVariantMap& search, SearchTarget target);
   // Ejects the disc the table of contents was read from.
   void ejectCD();
+  // Whether there is a disc to eject: a drive was named, or a mounted volume holds a disc.
+  bool canEject() const;
   static QString countryCode() { return QStringLiteral("US"); }
   static QString languageCode() { return QStringLiteral("en"); }
 
@@ -88,6 +90,8 @@ class Freedb : public SitePlugin {
   std::optional<TableOfContents> tableOfContents(QString* foundAt = nullptr, bool* inDrive = nullptr) const;
 
  private:
+  // The mounted volume holding a disc's table of contents; empty when there is none.
+  QString discVolume() const;
   QString hello() const;
   std::optional<QByteArray> send(const QString& body) const;
   void report(int count);

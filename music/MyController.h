@@ -50,6 +50,7 @@ class MyController : public MyControllerShared {
   void scanDisc() { discScan_.scanDisc(); }
   void fillInformationFromCD() { discScan_.fillInformationFromCD(); }
   void ejectCD() { discScan_.ejectCD(); }
+  bool canEject() { return discScan_.canEject(); }
   // Names the add panel's unnamed tracks "Track N" by their place on the disc.
   void nameUnnamedTracks();
   std::optional<QVariantMap> iTunesCDDBDetails() { return discScan_.playerDetails(); }

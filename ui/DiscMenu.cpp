@@ -14,7 +14,9 @@ DiscMenu::DiscMenu(MyController& controller, CatalogueHistory& history, QWidget*
     : QObject(window), controller_(controller), history_(history), window_(window) {
   menu->addAction(tr("&Scan Disc"), QKeySequence(Qt::CTRL | Qt::Key_K), this, &DiscMenu::scanDisc)
       ->setObjectName(QStringLiteral("scanDisc"));
-  menu->addAction(tr("&Eject"), this, &DiscMenu::ejectDisc)->setObjectName(QStringLiteral("ejectDisc"));
+  QAction* eject = menu->addAction(tr("&Eject"), this, &DiscMenu::ejectDisc);
+  eject->setObjectName(QStringLiteral("ejectDisc"));
+  connect(menu, &QMenu::aboutToShow, eject, [this, eject] { eject->setEnabled(controller_.canEject()); });
   menu->addSeparator();
   menu->addAction(tr("&Internet Search…"), this, [this] { internetSearch(); })->setObjectName(QStringLiteral("internetSearch"));
   menu->addAction(tr("Add &Manually…"), this, &DiscMenu::addManually)->setObjectName(QStringLiteral("addManually"));

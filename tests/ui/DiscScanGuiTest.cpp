@@ -25,6 +25,7 @@
 #include <QLineEdit>
 #include <QLabel>
 #include <QListWidget>
+#include <QMenu>
 #include <QTest>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -232,6 +233,20 @@ TEST_F(DiscScanGuiTest, theInternetSearchPanelSearchesMusicBrainzAndPreferencesO
   EXPECT_EQ(site, QStringLiteral("MusicBrainz"));
   EXPECT_EQ(listed.size(), 2);
   EXPECT_EQ(shownLabel, QStringLiteral("Example Records"));
+}
+
+TEST_F(DiscScanGuiTest, ejectIsOfferedOnlyWithADiscToEject) {
+  MainWindow window(*controller, windowSystem);
+  QAction* eject = menuAction(window, "ejectDisc");
+  auto* menu = qobject_cast<QMenu*>(eject->parent());
+  ASSERT_TRUE(menu);
+  Q_EMIT menu->aboutToShow();
+  EXPECT_TRUE(eject->isEnabled());
+  eject->trigger();
+  EXPECT_EQ(platform.ejected, QStringList{volume.path()});
+  platform.volumes.clear();
+  Q_EMIT menu->aboutToShow();
+  EXPECT_FALSE(eject->isEnabled());
 }
 
 TEST_F(DiscScanGuiTest, noDiscAndNoServerAreSaidAboveAnySheet) {
