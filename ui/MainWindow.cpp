@@ -501,15 +501,7 @@ void MainWindow::dropEvent(QDropEvent* event) {
 }
 
 void MainWindow::importPaths(const QStringList& paths) {
-  history_->record(tr("Import"), {}, [&] {
-    // Several files: what was skipped is told once, at the end, not file by file.
-    if (paths.size() > 1) windowSystem_.beginAlertBatch();
-    for (const QString& path : paths) {
-      windowSystem_.setAlertBatchSubject(QFileInfo(path).fileName());
-      controller_.openFile(path);
-    }
-    if (paths.size() > 1) windowSystem_.endAlertBatch();
-  });
+  importFiles(paths);
   reloadAll();
 }
 
@@ -569,15 +561,25 @@ void MainWindow::pageLinkClicked(const QUrl& url) {
                               controller_.preferencesStandard().floatForKey(SettingsKeys::bezelDisplayTime));
 }
 
+bool MainWindow::importFiles(const QStringList& paths) {
+  bool changed = false;
+  history_->record(tr("Import"), {}, [&] {
+    // Several files: what was skipped is told once, at the end, not file by file.
+    if (paths.size() > 1) windowSystem_.beginAlertBatch();
+    for (const QString& path : paths) {
+      windowSystem_.setAlertBatchSubject(QFileInfo(path).fileName());
+      changed |= QFileInfo::exists(path) ? controller_.openFile(path) : controller_.handleIncomingString(path);
+    }
+    if (paths.size() > 1) windowSystem_.endAlertBatch();
+  });
+  return changed;
+}
+
 void MainWindow::openStrings(const QStringList& words) {
   // The files are one import, to undo as one; an entry added from a search is a step of its own.
   QStringList files, others;
   for (const QString& word : words) (QFileInfo::exists(word) || QUrl(word.trimmed()).isLocalFile() ? files : others) << word;
-  bool changed = false;
-  history_->record(tr("Import"), {}, [&] {
-    for (const QString& file : files)
-      changed |= QFileInfo::exists(file) ? controller_.openFile(file) : controller_.handleIncomingString(file);
-  });
+  bool changed = importFiles(files);
   for (const QString& word : others) changed |= controller_.handleIncomingString(word);
   if (changed) reloadAll();
   if (isMinimized()) showNormal();

@@ -92,6 +92,8 @@ class MainWindow : public QMainWindow {
   void deleteCollection();
   void dropEntries(Collection* collection, const QList<qint64>& uids);
   void importPaths(const QStringList& paths);
+  // The files as one import: one undo step, and the files skipped listed once at the end.
+  bool importFiles(const QStringList& paths);
   void newCatalogue();
   void openCatalogue();
   void switchCatalogue(const QString& path);

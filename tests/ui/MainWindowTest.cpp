@@ -626,6 +626,12 @@ TEST_F(MainWindowTest, ImportTakesAFolderSelectsItsCollectionAndListsSkippedFile
   for (int i = 0; i < 500 && alert.title.isEmpty(); ++i) QTest::qWait(20);
   EXPECT_TRUE(alert.title.startsWith("2 files")) << alert.title.toStdString() << alert.text.toStdString();
   EXPECT_TRUE(alert.text.contains("empty.csv") && alert.text.contains("noise.txt")) << alert.text.toStdString();
+
+  // The same files handed over by a later launch of the program.
+  GuiScript::AlertSeen handedOver;
+  GuiScript::answerAlert(&handedOver);
+  window.openStrings({dir.filePath("empty.csv"), dir.filePath("noise.txt")});
+  EXPECT_TRUE(handedOver.title.startsWith("2 files")) << handedOver.title.toStdString();
 }
 
 TEST_F(MainWindowTest, ExportFromTheMenuWritesTheShownEntriesAndSaysWhere) {
