@@ -3,7 +3,6 @@
 #include "MyController.h"
 #include "SampleCatalogue.h"
 
-#include <QCoreApplication>
 #include <benchmark/benchmark.h>
 
 namespace {
@@ -40,11 +39,3 @@ void BM_SortByArtist(benchmark::State& state) {
 BENCHMARK(BM_SortByArtist)->Unit(benchmark::kMillisecond);
 
 }  // namespace
-
-int main(int argc, char** argv) {
-  QCoreApplication app(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  return 0;
-}

@@ -4,7 +4,6 @@
 #include "SampleCatalogue.h"
 #include "Settings.h"
 
-#include <QCoreApplication>
 #include <benchmark/benchmark.h>
 
 namespace {
@@ -34,11 +33,3 @@ void BM_TotalsForExport(benchmark::State& state) {
 BENCHMARK(BM_TotalsForExport)->Unit(benchmark::kMillisecond);
 
 }  // namespace
-
-int main(int argc, char** argv) {
-  QCoreApplication app(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  return 0;
-}

@@ -4,7 +4,6 @@
 #include "MyController.h"
 #include "SampleCatalogue.h"
 
-#include <QCoreApplication>
 #include <benchmark/benchmark.h>
 
 namespace {
@@ -44,11 +43,3 @@ void BM_UndoAndRedoOneFieldEdit(benchmark::State& state) {
 BENCHMARK(BM_UndoAndRedoOneFieldEdit)->Unit(benchmark::kMillisecond);
 
 }  // namespace
-
-int main(int argc, char** argv) {
-  QCoreApplication app(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  return 0;
-}

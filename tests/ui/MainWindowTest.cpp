@@ -5,8 +5,8 @@
 #include "EntryTableModel.h"
 #include "ExportDialog.h"
 #include "FakePlatform.h"
-#include "GuiScript.h"
 #include "GuiApplication.h"
+#include "GuiScript.h"
 #include "LinksTable.h"
 #include "MainWindow.h"
 #include "MyController.h"
@@ -20,6 +20,7 @@
 #include "StatusImage.h"
 #include "Store.h"
 #include "TrackTable.h"
+#include "WindowTestBase.h"
 
 #include <QAction>
 #include <QApplication>
@@ -81,36 +82,14 @@ class ScriptedWindowSystem : public QtWindowSystem {
   }
 };
 
-class MainWindowTest : public ::testing::Test {
+class MainWindowTest : public WindowTestBase<ScriptedWindowSystem> {
  protected:
-  QTemporaryDir dir;
-  Settings settings{dir.filePath("discary.conf")};
-  ScriptedWindowSystem windowSystem;
-  FakePlatform platform;
-  std::unique_ptr<MyController> controller;
-
   void SetUp() override {
-    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
-    controller = std::make_unique<MyController>(settings, windowSystem, platform);
-    controller->applicationWillFinishLaunching();
-    ASSERT_TRUE(controller->openCatalogue(dir.filePath("Discary.sqlite")).ok());
+    launch(dir.filePath("Discary.sqlite"));
     add({{"title", "Kind of Blue"}, {"artist", "Miles Davis"}, {"genre", "Jazz"}, {"price", "9.99"}, {"duration", "45:44"}});
     add({{"title", "Blue Train"}, {"artist", "John Coltrane"}, {"genre", "Jazz"}, {"price", "12.50"}, {"status", 1}});
     add({{"title", "Abbey Road"}, {"artist", "The Beatles"}, {"genre", "Rock"}, {"price", "11"}, {"duration", "47:03"}});
     ASSERT_TRUE(controller->saveManagedObjectContext());
-  }
-  void TearDown() override { QLocale::setDefault(QLocale::system()); }
-
-  Entry* add(const QVariantMap& values) {
-    Entry* e = controller->managedObjectContext().insertEntry();
-    for (auto it = values.begin(); it != values.end(); ++it) e->setPrimitiveValue(it.key(), it.value());
-    return e;
-  }
-  QStringList shownTitles(const MainWindow& window) {
-    QStringList titles;
-    for (int row = 0; row < window.listModel()->rowCount(); ++row)
-      titles << window.listModel()->entryAt(row)->stringValue("title");
-    return titles;
   }
 };
 

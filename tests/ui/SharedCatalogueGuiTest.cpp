@@ -9,6 +9,7 @@
 #include "MyController.h"
 #include "QtWindowSystem.h"
 #include "Settings.h"
+#include "WindowTestBase.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -28,32 +29,17 @@
 namespace {
 
 // The window and the command line on one catalogue, as two programs a person runs side by side.
-class SharedCatalogueGuiTest : public ::testing::Test {
+class SharedCatalogueGuiTest : public WindowTestBase<> {
  protected:
-  QTemporaryDir dir;
   CliRunner cli{dir.path()};
-  Settings settings{dir.filePath("window.conf")};
-  QtWindowSystem windowSystem;
-  FakePlatform platform;
-  std::unique_ptr<MyController> controller;
 
   void SetUp() override {
-    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
-    controller = std::make_unique<MyController>(settings, windowSystem, platform);
-    controller->applicationWillFinishLaunching();
-    ASSERT_TRUE(controller->openCatalogue(dir.filePath("c/Discary.sqlite")).ok());
+    launch(dir.filePath("c/Discary.sqlite"));
     add({{"title", "Kind of Blue"}, {"artist", "Miles Davis"}, {"genre", "Jazz"}});
     add({{"title", "Blue Train"}, {"artist", "John Coltrane"}, {"genre", "Jazz"}});
     add({{"title", "Abbey Road"}, {"artist", "The Beatles"}, {"genre", "Rock"}});
     for (int i = 0; i < 60; ++i) add({{"title", QStringLiteral("Session %1").arg(i, 2, 10, QChar('0'))}});
     ASSERT_TRUE(controller->saveManagedObjectContext());
-  }
-  void TearDown() override { QLocale::setDefault(QLocale::system()); }
-
-  Entry* add(const QVariantMap& values) {
-    Entry* e = controller->managedObjectContext().insertEntry();
-    for (auto it = values.begin(); it != values.end(); ++it) e->setPrimitiveValue(it.key(), it.value());
-    return e;
   }
   Entry* shown(const MainWindow& window, const QString& title) {
     for (int row = 0; row < window.listModel()->rowCount(); ++row)

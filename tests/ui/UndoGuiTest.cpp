@@ -14,6 +14,7 @@
 #include "Settings.h"
 #include "Store.h"
 #include "TrackTable.h"
+#include "WindowTestBase.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -33,21 +34,13 @@ namespace {
 
 using GuiScript::whenShown;
 
-class UndoGuiTest : public ::testing::Test {
+class UndoGuiTest : public WindowTestBase<> {
  protected:
-  QTemporaryDir dir;
-  Settings settings{dir.filePath("discary.conf")};
-  QtWindowSystem windowSystem;
-  FakePlatform platform;
-  std::unique_ptr<MyController> controller;
   Entry* kindOfBlue = nullptr;
   qint64 uid = 0;
 
   void SetUp() override {
-    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
-    controller = std::make_unique<MyController>(settings, windowSystem, platform);
-    controller->applicationWillFinishLaunching();
-    ASSERT_TRUE(controller->openCatalogue(path()).ok());
+    launch(path());
     Store& store = controller->managedObjectContext();
     kindOfBlue = store.insertEntry();
     uid = kindOfBlue->uid();
@@ -70,18 +63,12 @@ class UndoGuiTest : public ::testing::Test {
     ASSERT_TRUE(controller->setCoverImage(*kindOfBlue, blue));
     ASSERT_TRUE(controller->saveManagedObjectContext());
   }
-  void TearDown() override { QLocale::setDefault(QLocale::system()); }
 
   QString path() const { return dir.filePath("Discary.sqlite"); }
   static QAction* action(MainWindow& window, const char* name) { return window.findChild<QAction*>(QLatin1String(name)); }
   static QString text(QAction* action) { return action->text().remove(QLatin1Char('&')); }
   void select(MainWindow& window, qint64 which) {
     window.selectEntries({controller->managedObjectContext().entryWithUID(which)});
-  }
-  QStringList shownTitles(const MainWindow& window) {
-    QStringList titles;
-    for (int row = 0; row < window.listModel()->rowCount(); ++row) titles << window.listModel()->entryAt(row)->stringValue("title");
-    return titles;
   }
   // The catalogue as another program opening the file reads it.
   std::unique_ptr<Store> reopened() {
