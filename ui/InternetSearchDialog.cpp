@@ -92,8 +92,10 @@ void InternetSearchDialog::searchReturned(int count, const QStringList& titles) 
 
 void InternetSearchDialog::keyPressEvent(QKeyEvent* event) {
   // Return in the field has run the search: it must not also take the default button's result.
+  // Asked of the dialog's focus widget, not hasFocus(), which is false until the window manager
+  // has activated the window.
   const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  if (enter && field_->hasFocus()) return event->accept();
+  if (enter && focusWidget() == field_) return event->accept();
   QDialog::keyPressEvent(event);
 }
 
