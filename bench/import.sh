@@ -4,9 +4,10 @@
 # playlist import, each into a fresh catalogue.
 # Usage: bench/import.sh [CORPUS] [XML] [extra peers.sh options...]
 # Defaults: a 10,000-file corpus from make-corpus.sh and a 50,000-track library from
-# make-library-xml.py, made when missing (make-corpus.sh needs ffmpeg and python3-mutagen).
+# make-library-xml.py, made when missing.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+tools/setup --bench  # ffmpeg and python3-mutagen make the corpus; beets is the peer
 shared=${DISCARY_SHARED_BENCH:-/work/shared/bench}
 corpus=${1:-/tmp/discary-corpus-10000}
 xml=${2:-/tmp/Library50k.xml}

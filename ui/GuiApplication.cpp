@@ -65,7 +65,11 @@ int run(const QStringList& arguments) {
     return 2;
   }
   QApplication::setApplicationDisplayName(QStringLiteral("Discary"));
-  QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("media-optical-audio")));
+  // The installed launcher's name and icon, so the desktop groups the window under its menu entry;
+  // a build that was never installed shows a stock disc instead.
+  QGuiApplication::setDesktopFileName(QStringLiteral("org.discary.Discary"));
+  QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("org.discary.Discary"),
+                                               QIcon::fromTheme(QStringLiteral("media-optical-audio"))));
   Settings settings(options->settings);
   SingleInstance instance(settings.fileName());
   if (!options->words.isEmpty() && instance.handOver(options->words)) return 0;
