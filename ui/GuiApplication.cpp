@@ -2,6 +2,7 @@
 
 #include "CliApplication.h"
 #include "CliOptions.h"
+#include "InterfaceLanguage.h"
 #include "LinuxPlatform.h"
 #include "MainWindow.h"
 #include "MyController.h"
@@ -64,6 +65,8 @@ int run(const QStringList& arguments) {
     std::fprintf(stderr, "discary: %s\n", qPrintable(message));
     return 2;
   }
+  // Before the controller: the framework's collection and field names are read in this language.
+  InterfaceLanguage::install();
   QApplication::setApplicationDisplayName(QStringLiteral("Discary"));
   QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("media-optical-audio")));
   Settings settings(options->settings);
