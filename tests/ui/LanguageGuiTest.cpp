@@ -73,6 +73,7 @@ TEST_F(LanguageGuiTest, TheGermanWindowsLeaveNoTextInEnglish) {
 
 TEST_F(LanguageGuiTest, TheLanguageFollowsTheDesktopAndTheCommandLineTablesStayEnglish) {
   EXPECT_EQ(InterfaceLanguage::install(QLocale(QStringLiteral("de_AT"))), "de");
+  EXPECT_EQ(StringTable::interfaceLanguage(), "de");
   EXPECT_EQ(QCoreApplication::translate("MainWindow", "&File"), "&Datei");
   EXPECT_EQ(QCoreApplication::translate("QPlatformTheme", "Cancel"), "Abbrechen")
       << "Qt's own German texts are not installed (qt6-translations-l10n)";
@@ -86,6 +87,7 @@ TEST_F(LanguageGuiTest, TheLanguageFollowsTheDesktopAndTheCommandLineTablesStayE
   // A language without a translation, or English first, leaves the window in English.
   for (const QLocale& other : {QLocale(QLocale::French, QLocale::France), QLocale(QLocale::English, QLocale::Germany)}) {
     EXPECT_EQ(InterfaceLanguage::install(other), "");
+    EXPECT_EQ(StringTable::interfaceLanguage(), "");
     EXPECT_EQ(QCoreApplication::translate("MainWindow", "&File"), "&File");
     EXPECT_EQ(StringTable().localizedString("Imported Audio", "Imported Audio"), "Imported Audio");
   }
