@@ -4,15 +4,33 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+namespace {
+
+QString& language() {
+  static QString shared;
+  return shared;
+}
+
+void readTable(const QString& path, QHash<QString, QString>& texts) {
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly)) return;
+  const QJsonObject object = QJsonDocument::fromJson(file.readAll()).object();
+  for (auto i = object.begin(); i != object.end(); ++i)
+    if (!i.value().toString().isEmpty()) texts.insert(i.key(), i.value().toString());
+}
+
+}  // namespace
+
+void StringTable::setInterfaceLanguage(const QString& language) { ::language() = language; }
+
+QString StringTable::interfaceLanguage() { return language(); }
+
 const QHash<QString, QString>& StringTable::tableNamed(const QString& table) const {
   auto it = tables_.find(table);
   if (it != tables_.end()) return *it;
   QHash<QString, QString> texts;
-  QFile file(QStringLiteral(":/strings/%1.json").arg(table));
-  if (file.open(QIODevice::ReadOnly)) {
-    const QJsonObject object = QJsonDocument::fromJson(file.readAll()).object();
-    for (auto i = object.begin(); i != object.end(); ++i) texts.insert(i.key(), i.value().toString());
-  }
+  readTable(QStringLiteral(":/strings/%1.json").arg(table), texts);
+  if (!language().isEmpty()) readTable(QStringLiteral(":/strings/%1/%2.json").arg(language(), table), texts);
   return *tables_.insert(table, texts);
 }
 

@@ -86,6 +86,13 @@ QString importedAudioName(const ImportServices& c) {
   return c.strings.localizedString(QStringLiteral("Imported Audio"), QStringLiteral("Imported Audio"));
 }
 
+// The collection of imported files: by its name in the language shown, else by the English name,
+// so that a catalogue begun in English (or filled from the command line) keeps one such collection.
+Collection* importedAudioCollection(const ImportServices& c) {
+  if (Collection* shown = c.collections.collectionWithName(importedAudioName(c), true)) return shown;
+  return c.collections.collectionWithName(QStringLiteral("Imported Audio"), true);
+}
+
 void show(const ImportServices& c, Collection* collection, Entry* entry) {
   c.collections.selectCollection(collection);
   c.entries.rearrangeObjects();
@@ -113,10 +120,8 @@ Entry* AudioFileImport::importTags(const ImportServices& c, ImportSession* sessi
   const qint64 trackNumber = metadata.value(QStringLiteral("Track Number")).toLongLong();
   link->setValue(QStringLiteral("position"), trackNumber != 0 ? trackNumber : qint64(entry->linksSet().size()));
   entry->addLink(std::move(link));
-  const QString name = importedAudioName(c);
-  CollectionsController& collections = c.collections;
-  Collection* collection = collections.collectionWithName(name, true);
-  if (!collection) collection = collections.createCollectionNamed(name, {});
+  Collection* collection = importedAudioCollection(c);
+  if (!collection) collection = c.collections.createCollectionNamed(importedAudioName(c), {});
   if (!existed) c.store.addEntryToCollection(entry, collection);
   if (select) show(c, collection, entry);
   return entry;
@@ -164,6 +169,6 @@ int AudioFileImport::importFiles(const ImportServices& c, ImportSession* session
   }
   const bool saved = c.save();
   ws.closeProgressSheet();
-  if (last) show(c, c.collections.collectionWithName(importedAudioName(c), true), last);
+  if (last) show(c, importedAudioCollection(c), last);
   return saved ? imported : 0;
 }

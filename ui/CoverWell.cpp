@@ -20,6 +20,7 @@ CoverWell::CoverWell(QWidget* parent) : QFrame(parent), picture_(new QLabel(this
   setObjectName(QStringLiteral("coverWell"));
   setAcceptDrops(true);
   setFocusPolicy(Qt::StrongFocus);
+  setAccessibleName(tr("Cover"));
   setToolTip(tr("Drop a picture here, paste one (Ctrl+V) or choose a file."));
   picture_->setFixedSize(wellSize, wellSize);
   picture_->setAlignment(Qt::AlignCenter);

@@ -57,6 +57,8 @@ QWidget* formPage(QFormLayout** form) {
   scroll->setWidget(page);
   scroll->setWidgetResizable(true);
   scroll->setFrameShape(QFrame::NoFrame);
+  // Tab goes straight to the fields; the area scrolls to the one that has the focus.
+  scroll->setFocusPolicy(Qt::NoFocus);
   return scroll;
 }
 
@@ -334,7 +336,7 @@ void EntryEditor::noteDoubt(const QString& identifier, AttributeKind kind, const
   if (ValueKind::of(kind).isDate() && m.hasMatch() && m.captured(1).toInt() <= 12 && m.captured(2).toInt() <= 12 &&
       m.captured(1).toInt() != m.captured(2).toInt())
     *doubts << tr("\u201C%1\u201D in %2 is read as %3 (month first). Type %4 to be sure of it.")
-                   .arg(typed, field, QLocale(QLocale::English).toString(value.toDateTime().toUTC().date(), QStringLiteral("d MMMM yyyy")),
+                   .arg(typed, field, QLocale().toString(value.toDateTime().toUTC().date(), QStringLiteral("d MMMM yyyy")),
                         value.toDateTime().toUTC().date().toString(Qt::ISODate));
 }
 

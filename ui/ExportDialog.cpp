@@ -22,6 +22,7 @@ ExportDialog::ExportDialog(MyController& controller, QString title, QWidget* par
     : QDialog(parent), controller_(controller), title_(std::move(title)), format_(new QComboBox(this)), output_(new QLineEdit(this)) {
   setWindowTitle(tr("Export \u201C%1\u201D").arg(title_));
   setObjectName(QStringLiteral("exportDialog"));
+  output_->setAccessibleName(tr("Save to"));
   format_->addItem(tr("Web pages (a folder with one page per entry)"), int(Format::Html));
   format_->addItem(tr("Discary export, one file (covers inside)"), int(Format::Native));
   format_->addItem(tr("Discary export, a folder (covers as files)"), int(Format::NativeFolder));

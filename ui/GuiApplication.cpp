@@ -2,6 +2,7 @@
 
 #include "CliApplication.h"
 #include "CliOptions.h"
+#include "InterfaceLanguage.h"
 #include "LinuxPlatform.h"
 #include "MainWindow.h"
 #include "MyController.h"
@@ -64,6 +65,8 @@ int run(const QStringList& arguments) {
     std::fprintf(stderr, "discary: %s\n", qPrintable(message));
     return 2;
   }
+  // Before the controller: the framework's collection and field names are read in this language.
+  InterfaceLanguage::install();
   QApplication::setApplicationDisplayName(QStringLiteral("Discary"));
   // The installed launcher's name and icon, so the desktop groups the window under its menu entry;
   // a build that was never installed shows a stock disc instead.

@@ -29,6 +29,9 @@ InternetSearchDialog::InternetSearchDialog(Freedb& freedb, MusicBrainz& musicBra
   sites_->addItem(freedb.pluginName());
   sites_->addItem(musicBrainz.pluginName());
   sites_->setCurrentIndex(musicBrainzFirst ? 1 : 0);
+  sites_->setAccessibleName(tr("Site"));
+  field_->setAccessibleName(tr("Search for"));
+  results_->setAccessibleName(tr("Results"));
   field_->setPlaceholderText(tr("Artist and title, a disc identifier, or a result page address"));
   auto* find = new QPushButton(tr("Search"), this);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);

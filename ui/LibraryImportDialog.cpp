@@ -27,7 +27,9 @@ LibraryImportDialog::LibraryImportDialog(MyController& controller, QWidget* pare
   file_->setWordWrap(true);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(file_);
-  layout->addWidget(new QLabel(tr("Playlist:"), this));
+  auto* playlistLabel = new QLabel(tr("Pla&ylist:"), this);
+  playlistLabel->setBuddy(playlists_);
+  layout->addWidget(playlistLabel);
   layout->addWidget(playlists_);
   layout->addWidget(buttons);
 }
@@ -48,7 +50,7 @@ bool LibraryImportDialog::load(const QString& path) {
 }
 
 bool LibraryImportDialog::chooseAnotherFile() {
-  const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("Locate iTunes Music Library.xml'"),
+  const QString path = QFileDialog::getOpenFileName(this, tr("Locate iTunes Music Library.xml'"),
                                                     QDir::homePath(), tr("Music library (*.xml)"));
   if (path.isEmpty()) return false;
   controller_.preferencesStandard().setObject(SettingsKeys::iTunesLibraryXML, path);

@@ -20,6 +20,7 @@ const QString dataFolderPrefix = QStringLiteral("[Data Folder]");
 LinksTable::LinksTable(const QString& dataFolder, QWidget* parent)
     : QWidget(parent), dataFolder_(dataFolder), table_(new QTableWidget(0, 3, this)) {
   table_->setObjectName(QStringLiteral("links"));
+  table_->setAccessibleName(tr("Links"));
   table_->setHorizontalHeaderLabels({tr("Name"), tr("Address"), tr("Type")});
   table_->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
   table_->setSelectionBehavior(QAbstractItemView::SelectRows);

@@ -94,10 +94,13 @@ MainWindow::MainWindow(MyController& controller, QtWindowSystem& windowSystem)
 
   collections_ = new CollectionsPanel(controller_, this);
   collections_->setObjectName(QStringLiteral("collections"));
+  collections_->setAccessibleName(tr("Collections"));
   page_ = new PageView(controller_.preferencesStandard(), this);
   page_->setObjectName(QStringLiteral("page"));
   page_->setOpenLinks(false);
   page_->setFocusPolicy(Qt::StrongFocus);
+  page_->setAccessibleName(tr("Entry page"));
+  page_->setAccessibleDescription(tr("The selected entry as a page, with its tracks and links"));
   windowSystem_.setPageView(page_);
   connect(page_, &QTextBrowser::anchorClicked, this, &MainWindow::pageLinkClicked);
 
@@ -128,6 +131,7 @@ QWidget* MainWindow::buildListPane() {
   auto* pane = new QWidget(this);
   list_ = new QTableView(pane);
   list_->setObjectName(QStringLiteral("entries"));
+  list_->setAccessibleName(tr("Entries"));
   list_->setModel(model_);
   list_->setSortingEnabled(true);
   list_->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -164,6 +168,7 @@ QWidget* MainWindow::buildListPane() {
   emptyHint_ = new EmptyCatalogueHint(list_);
   footer_ = new QLabel(pane);
   footer_->setObjectName(QStringLiteral("footer"));
+  footer_->setAccessibleName(tr("Totals"));
   footer_->setContentsMargins(6, 3, 6, 3);
   footer_->setTextInteractionFlags(Qt::TextSelectableByMouse);
   auto* layout = new QVBoxLayout(pane);
@@ -289,6 +294,7 @@ void MainWindow::buildMenus() {
 
   search_ = new QLineEdit(tools);
   search_->setObjectName(QStringLiteral("search"));
+  search_->setAccessibleName(tr("Search"));
   search_->setClearButtonEnabled(true);
   search_->setMinimumWidth(240);
   searchMenu_ = new QMenu(search_);
@@ -308,10 +314,18 @@ void MainWindow::buildMenus() {
   // What the field searches stays in sight while one types, unlike the placeholder.
   searchTypeButton_ = new QToolButton(tools);
   searchTypeButton_->setObjectName(QStringLiteral("searchType"));
+  searchTypeButton_->setAccessibleName(tr("What to search"));
+  menuAction->setToolTip(tr("What to search"));
   searchTypeButton_->setMenu(searchMenu_);
   searchTypeButton_->setPopupMode(QToolButton::InstantPopup);
   tools->addWidget(searchTypeButton_);
   tools->addWidget(search_);
+  // Tab reads the window as the eye does: the tool bar's controls, then the panes left to right.
+  setTabOrder(filterButton_, searchTypeButton_);
+  setTabOrder(searchTypeButton_, search_);
+  setTabOrder(search_, collections_);
+  setTabOrder(collections_, list_);
+  setTabOrder(list_, page_);
 }
 
 void MainWindow::setSearchType(int type) {

@@ -4,6 +4,7 @@
 #include "Settings.h"
 
 #include <QCheckBox>
+#include <QCoreApplication>
 #include <QDialogButtonBox>
 #include <QDoubleValidator>
 #include <QFormLayout>
@@ -14,6 +15,31 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+
+namespace {
+
+// The product's layouts keep English names (the command line prints by them); the dialog shows
+// them, and their descriptions, in the window's language.
+[[maybe_unused]] constexpr const char* layoutTexts[] = {
+    QT_TRANSLATE_NOOP("PrintLayouts", "Info"),
+    QT_TRANSLATE_NOOP("PrintLayouts", "Prints Title, Artist, Genre, My Rating and Duration for the selected collection."),
+    QT_TRANSLATE_NOOP("PrintLayouts", "Classical"),
+    QT_TRANSLATE_NOOP("PrintLayouts",
+                      "Prints Title, Artist, Composer, Conductor and Label. (For landscape orientation, use Page Setup)"),
+    QT_TRANSLATE_NOOP("PrintLayouts", "Value"),
+    QT_TRANSLATE_NOOP("PrintLayouts",
+                      "Prints Title, List Price, Purchase At, Purchased On and Price Paid for the selected collection."),
+    QT_TRANSLATE_NOOP("PrintLayouts", "Borrowed"),
+    QT_TRANSLATE_NOOP("PrintLayouts", "Prints Title, Artist, Borrowed By, Borrowed On and Due Date for the selected collection."),
+    QT_TRANSLATE_NOOP("PrintLayouts", "Custom"),
+    QT_TRANSLATE_NOOP("PrintLayouts",
+                      "Prints the current view of the entries in your collection. Use Page Setup to control orientation."),
+};
+
+QString shownText(const QString& text) { return QCoreApplication::translate("PrintLayouts", text.toUtf8().constData()); }
+
+}  // namespace
+
 PrintDialog::PrintDialog(const PrintController& panel, QWidget* parent) : QDialog(parent), panel_(panel) {
   setWindowTitle(tr("Print"));
   table_ = new QRadioButton(tr("A list of the entries"), this);
@@ -21,8 +47,9 @@ PrintDialog::PrintDialog(const PrintController& panel, QWidget* parent) : QDialo
   table_->setChecked(true);
   layouts_ = new QListWidget(this);
   layouts_->setObjectName(QStringLiteral("layouts"));
+  layouts_->setAccessibleName(tr("Layout"));
   for (const QVariant& layout : panel_.listColumns())
-    layouts_->addItem(layout.toMap().value(PrintController::layoutNameKey).toString());
+    layouts_->addItem(shownText(layout.toMap().value(PrintController::layoutNameKey).toString()));
   description_ = new QLabel(this);
   description_->setWordWrap(true);
   connect(layouts_, &QListWidget::currentRowChanged, this, &PrintDialog::layoutChosen);
@@ -78,7 +105,7 @@ void PrintDialog::setCovers(bool covers) { (covers ? covers_ : table_)->setCheck
 
 void PrintDialog::layoutChosen() {
   const QVariantMap layout = panel_.listColumns().value(layouts_->currentRow()).toMap();
-  description_->setText(layout.value(PrintController::layoutDescriptionKey).toString());
+  description_->setText(shownText(layout.value(PrintController::layoutDescriptionKey).toString()));
 }
 
 void PrintDialog::keepRatio(QLineEdit* changed, QLineEdit* other, double ratio) {

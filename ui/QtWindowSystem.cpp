@@ -17,6 +17,29 @@
 #include <QPushButton>
 #include <utility>
 
+namespace {
+
+// Fixed texts the product layer hands over without a key of the string table; they are
+// translated here, where they are shown. Texts with a value built in (a file name, a count)
+// cannot be matched and stay as made.
+[[maybe_unused]] constexpr const char* productTexts[] = {
+    QT_TRANSLATE_NOOP("ProductText", "OK"),
+    QT_TRANSLATE_NOOP("ProductText", "No CD"),
+    QT_TRANSLATE_NOOP("ProductText", "No audio CD with a readable table of contents was found."),
+    QT_TRANSLATE_NOOP("ProductText", "There is no CD information available in iTunes, make sure a CD has been inserted."),
+    QT_TRANSLATE_NOOP("ProductText", "File format not recognized."),
+    QT_TRANSLATE_NOOP("ProductText", "No entry matches this request."),
+    QT_TRANSLATE_NOOP("ProductText", "The package holds no template."),
+    QT_TRANSLATE_NOOP("ProductText", "Import"),
+    QT_TRANSLATE_NOOP("ProductText", "File Error"),
+    QT_TRANSLATE_NOOP("ProductText",
+                      "There was an error moving the file to the data folder and the file has not been moved."),
+};
+
+QString shown(const QString& text) { return QCoreApplication::translate("ProductText", text.toUtf8().constData()); }
+
+}  // namespace
+
 void QtWindowSystem::beginAlertBatch() { batchedAlerts_.emplace(); }
 
 void QtWindowSystem::endAlertBatch() {
@@ -47,13 +70,13 @@ int QtWindowSystem::runAlert(const QString& title, const QString& message, const
   }
   QMessageBox box(window_);
   box.setIcon(QMessageBox::Warning);
-  box.setText(title);
-  box.setInformativeText(message);
+  box.setText(shown(title));
+  box.setInformativeText(shown(message));
   box.setWindowModality(Qt::WindowModal);
   QList<QAbstractButton*> added;
   // The first button is the default, as the product orders them.
   for (const QString& label : buttons.isEmpty() ? QStringList{tr("OK")} : buttons)
-    added << box.addButton(label, added.isEmpty() ? QMessageBox::AcceptRole : QMessageBox::RejectRole);
+    added << box.addButton(shown(label), added.isEmpty() ? QMessageBox::AcceptRole : QMessageBox::RejectRole);
   box.setDefaultButton(qobject_cast<QPushButton*>(added.first()));
   box.exec();
   const qsizetype index = added.indexOf(box.clickedButton());
@@ -63,7 +86,7 @@ int QtWindowSystem::runAlert(const QString& title, const QString& message, const
 void QtWindowSystem::showProgressSheet(const QString& title, const QString& subtitle, int count) {
   closeProgressSheet();
   progress_ = new QProgressDialog(subtitle, tr("Cancel"), 0, count, window_);
-  progress_->setWindowTitle(title);
+  progress_->setWindowTitle(shown(title));
   progress_->setWindowModality(Qt::WindowModal);
   progress_->setMinimumDuration(300);
   progress_->setAutoClose(false);

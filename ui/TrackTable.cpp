@@ -17,6 +17,7 @@ constexpr int positionRole = Qt::UserRole + 1;
 
 TrackTable::TrackTable(QWidget* parent) : QWidget(parent), table_(new QTableWidget(0, 4, this)), total_(new QLabel(this)) {
   table_->setObjectName(QStringLiteral("tracks"));
+  table_->setAccessibleName(tr("Tracks"));
   table_->setHorizontalHeaderLabels({tr("Name"), tr("Artist"), tr("Composer"), tr("Time")});
   table_->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
   table_->horizontalHeader()->setSectionResizeMode(3, QHeaderView::ResizeToContents);

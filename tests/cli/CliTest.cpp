@@ -353,3 +353,13 @@ TEST_F(CliTest, ImportTakesEachFileOnceHoweverItsPathIsSpelled) {
 }
 
 }  // namespace
+
+TEST_F(CliTest, OutputStaysEnglishUnderAGermanDesktop) {
+  // Scripts read what the commands print; only the window follows the desktop's language.
+  cli.environment.insert("LANGUAGE", "de");
+  cli.environment.insert("LC_ALL", "de_DE.UTF-8");
+  ASSERT_EQ(discary({"add", "title=A", "status=1"}).status, 0);
+  const QJsonObject totals = discary({"--json", "totals"}).json().toObject();
+  const QString footer = totals["footer"].toString();
+  EXPECT_TRUE(footer.startsWith("1 Albums | 1 Borrowed | Value: ")) << footer.toStdString();
+}

@@ -101,3 +101,14 @@ TEST_F(AudioFileImportTest, CancelStopsAfterTheCurrentFileKeepingWhatWasImported
   EXPECT_EQ(controller->managedObjectContext().entries().front()->linksSet().size(), 2u);
   EXPECT_FALSE(controller->managedObjectContext().hasChanges());
 }
+
+TEST_F(AudioFileImportTest, TheEnglishCollectionIsFoundWhenTheWindowSpeaksAnotherLanguage) {
+  // Made by an earlier English session or the command line, then imported into in German.
+  Collection* english = controller->collections().createCollectionNamed("Imported Audio", {});
+  controller->frameworkBundle().insert(StringTable::defaultTable, "Imported Audio", "Importierte Audiodateien");
+  ASSERT_TRUE(controller->importAudioFile(copy("music-metadata_issue-79.m4a", "a/01 Uprising.m4a")));
+  ASSERT_EQ(controller->managedObjectContext().entries().size(), 1u);
+  EXPECT_TRUE(controller->collections().contains(english, *controller->managedObjectContext().entries().front()));
+  EXPECT_EQ(controller->collections().selectedCollection(), english);
+  EXPECT_FALSE(controller->collections().collectionWithName("Importierte Audiodateien", true));
+}

@@ -6,6 +6,7 @@
 #include "Entry.h"
 #include "EntryEditor.h"
 #include "FakePlatform.h"
+#include "InterfaceLanguage.h"
 #include "MainWindow.h"
 #include "MyController.h"
 #include "QtWindowSystem.h"
@@ -13,6 +14,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QLocale>
 #include <QDir>
 #include <QFile>
 #include <QHeaderView>
@@ -103,10 +105,16 @@ int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication app(argc, argv);
   if (argc < 2) {
-    std::fprintf(stderr, "usage: ui_screenshot OUT.png [main|narrow|editor|alert|find|empty]\n");
+    std::fprintf(stderr, "usage: ui_screenshot OUT.png [main|narrow|editor|alert|find|empty|german]\n");
     return 2;
   }
-  const QString scene = argc > 2 ? QString::fromLocal8Bit(argv[2]) : QStringLiteral("main");
+  QString scene = argc > 2 ? QString::fromLocal8Bit(argv[2]) : QStringLiteral("main");
+  // The main scene in the German window, as a German desktop starts it.
+  if (scene == QLatin1String("german")) {
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    InterfaceLanguage::install(QLocale(QLocale::German, QLocale::Germany));
+    scene = QStringLiteral("main");
+  }
   QTemporaryDir dir;
   Settings settings(dir.filePath("discary.conf"));
   settings.setObject(QStringLiteral("DefaultColumns"),
