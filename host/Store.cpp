@@ -281,7 +281,7 @@ void Store::listEntry(Entry* entry) {
 std::vector<Entry*> Store::entriesTitled(const QString& title, Qt::CaseSensitivity cs) {
   std::vector<Entry*> found;
   auto matches = [&](const QString& text) { return text.compare(title, cs) == 0; };
-  if (allLoaded_) {
+  if (allLoaded_ || !isOpen()) {
     for (Entry* e : entries_)
       if (matches(e->stringValue(CdKeys::title))) found.push_back(e);
     return found;
