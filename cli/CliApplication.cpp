@@ -19,6 +19,8 @@ struct CommandInfo {
   Command run;
   bool needsCatalogue;
   bool paints = false;  // draws text or pictures, so it needs a GUI application object
+  // Works on one entry: reads the entries it needs, not all of them.
+  Store::Loading loading = Store::Loading::AllEntries;
 };
 
 const QHash<QString, CommandInfo>& commands() {
@@ -27,16 +29,16 @@ const QHash<QString, CommandInfo>& commands() {
       {"settings", {Commands::settings, false}},
       {"fields", {Commands::fields, false}},
       {"search-types", {Commands::searchTypes, false}},
-      {"add", {Commands::add, true}},
-      {"edit", {Commands::edit, true}},
-      {"delete", {Commands::remove, true}},
+      {"add", {Commands::add, true, false, Store::Loading::OnDemand}},
+      {"edit", {Commands::edit, true, false, Store::Loading::OnDemand}},
+      {"delete", {Commands::remove, true, false, Store::Loading::OnDemand}},
       {"list", {Commands::list, true}},
       {"collections", {Commands::collections, true}},
       {"totals", {Commands::totals, true}},
       {"collection", {Commands::collection, true}},
-      {"show", {Commands::show, true}},
+      {"show", {Commands::show, true, false, Store::Loading::OnDemand}},
       {"export", {Commands::exportEntries, true}},
-      {"link", {Commands::link, true}},
+      {"link", {Commands::link, true, false, Store::Loading::OnDemand}},
       {"open", {Commands::open, true}},
       // Embedded covers are decoded as pictures.
       {"import", {Commands::import, true, true}},
@@ -102,6 +104,6 @@ int CliApplication::run(const QStringList& arguments) {
   // Asking a command for its usage must not run it, nor need its catalogue.
   if (options->words.mid(1).contains(QStringLiteral("--help"))) return Commands::help(context, {name});
   const CommandInfo& command = commands()[name];
-  if (command.needsCatalogue && !context.openCatalogue()) return 1;
+  if (command.needsCatalogue && !context.openCatalogue(command.loading)) return 1;
   return command.run(context, options->words.mid(1));
 }

@@ -1,6 +1,5 @@
 #include "CliContext.h"
 
-#include "CdKeys.h"
 #include "Entry.h"
 #include "MyController.h"
 
@@ -27,17 +26,11 @@ Entry* CliContext::findEntry(const QString& reference, QString* message) const {
   const qint64 uid = reference.toLongLong(&isNumber);
   if (isNumber)
     if (Entry* e = store.entryWithUID(uid)) return e;
-  Entry* found = nullptr;
-  for (Entry* e : store.entries()) {
-    if (e->stringValue(CdKeys::title) != reference) continue;
-    if (found) {
-      *message = QStringLiteral("several entries are titled '%1'; name one by its uid").arg(reference);
-      return nullptr;
-    }
-    found = e;
-  }
-  if (!found) *message = QStringLiteral("no entry '%1'").arg(reference);
-  return found;
+  const std::vector<Entry*> titled = store.entriesTitled(reference, Qt::CaseSensitive);
+  if (titled.size() == 1) return titled.front();
+  *message = titled.empty() ? QStringLiteral("no entry '%1'").arg(reference)
+                            : QStringLiteral("several entries are titled '%1'; name one by its uid").arg(reference);
+  return nullptr;
 }
 
 bool CliContext::showCollection(const QString& name) const {
@@ -57,9 +50,9 @@ bool CliContext::save() const {
   return false;
 }
 
-bool CliContext::openCatalogue() const {
-  const Store::OpenResult result =
-      controller.openCatalogue(options.catalogue.isEmpty() ? MyController::defaultCataloguePath() : options.catalogue);
+bool CliContext::openCatalogue(Store::Loading loading) const {
+  const Store::OpenResult result = controller.openCatalogue(
+      options.catalogue.isEmpty() ? MyController::defaultCataloguePath() : options.catalogue, loading);
   if (!result.ok()) failure(result.message);
   return result.ok();
 }

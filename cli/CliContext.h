@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CliOptions.h"
+#include "Store.h"
 
 #include <QString>
 
@@ -28,5 +29,5 @@ struct CliContext {
   // Saves, or prints why not; false when the save failed.
   bool save() const;
   // Opens the chosen catalogue (the default one without --catalogue), or prints why not.
-  bool openCatalogue() const;
+  bool openCatalogue(Store::Loading loading = Store::Loading::AllEntries) const;
 };

@@ -51,13 +51,13 @@ QString MyControllerShared::defaultCataloguePath() {
   return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/discary/Discary.sqlite");
 }
 
-Store::OpenResult MyControllerShared::openCatalogue(const QString& path) {
-  Store::OpenResult result = store_.open(path);
+Store::OpenResult MyControllerShared::openCatalogue(const QString& path, Store::Loading loading) {
+  Store::OpenResult result = store_.open(path, loading);
   if (!result.ok()) return result;
   comboBoxData_.setSeed([this](AutofillLists&) {
     for (Entry* e : store_.entries()) addEntryToAutofill(*e);
   });
-  entriesController_.rearrangeObjects();
+  if (store_.entriesLoaded()) entriesController_.rearrangeObjects();
   return result;
 }
 
@@ -170,10 +170,8 @@ Entry* MyControllerShared::addEntryFromAddPanelCheckForDuplicates(bool checkForD
   const QString title = values.value(CdKeys::title).toString();
   const QString artist = values.value(CdKeys::artist).toString();
   if (checkForDuplicates && !title.isEmpty()) {
-    for (Entry* e : store_.entries()) {
-      if (e->stringValue(CdKeys::title).compare(title, Qt::CaseInsensitive) != 0 ||
-          e->stringValue(CdKeys::artist).compare(artist, Qt::CaseInsensitive) != 0)
-        continue;
+    for (Entry* e : store_.entriesTitled(title, Qt::CaseInsensitive)) {
+      if (e->stringValue(CdKeys::artist).compare(artist, Qt::CaseInsensitive) != 0) continue;
       const int answer = windowSystem_.runAlert(
           localized(QStringLiteral("Duplicate Entry")),
           localized(QStringLiteral("An entry titled \"%1\" already exists. Add it again?")).arg(title),
@@ -212,8 +210,11 @@ Entry* MyControllerShared::addEntryFromAddPanelCheckForDuplicates(bool checkForD
   if (Collection* c = collections_.selectedCollection(); c && c->isUser()) addEntry(entry, c);
   addEntryToAutofill(*entry);
   if (values.contains(MKCoverImage)) setCoverImage(*entry, values.value(MKCoverImage));
-  entriesController_.rearrangeObjects();
-  selectEntry(entry);
+  // A store opened on demand has no list to show the entry in.
+  if (store_.entriesLoaded()) {
+    entriesController_.rearrangeObjects();
+    selectEntry(entry);
+  }
   return entry;
 }
 

@@ -42,7 +42,8 @@ class MyControllerShared {
   virtual void applicationDidFinishLaunching();
 
   // Opens the catalogue (created when missing); its folder becomes the data folder.
-  Store::OpenResult openCatalogue(const QString& path);
+  // Opened on demand (a command on one entry), the entries are not arranged until read.
+  Store::OpenResult openCatalogue(const QString& path, Store::Loading loading = Store::Loading::AllEntries);
   static QString defaultCataloguePath();
 
   // Hooks of the search field, the autofill lists and collection naming.

@@ -1,5 +1,6 @@
 #include "Store.h"
 
+#include "CdKeys.h"
 #include "Entry.h"
 #include "EntryWriter.h"
 #include "ModelKeys.h"
@@ -24,6 +25,9 @@ constexpr int busyTimeoutMs = 10000;
 // changed the collections.
 const QString revisionKey = QStringLiteral("revision");
 const QString collectionsRevisionKey = QStringLiteral("collectionsRevision");
+
+// Titles outside printable ASCII, whose case SQLite does not fold as Qt does.
+const QString unusualTitle = QStringLiteral("title GLOB '*[^ -~]*'");
 
 bool hasSqliteHeader(const QString& path) {
   QFile f(path);
@@ -59,6 +63,7 @@ std::vector<std::unique_ptr<T>> readObjects(SqliteStatement& q, qint64 uid) {
 Store::Store() = default;
 
 Store::~Store() {
+  entryQuery_.reset();
   trackQuery_.reset();
   linkQuery_.reset();
   trackRowsQuery_.reset();
@@ -87,7 +92,7 @@ Store::OpenResult Store::prepareFile(const QString& path) {
   return {};
 }
 
-Store::OpenResult Store::open(const QString& path) {
+Store::OpenResult Store::open(const QString& path, Loading loading) {
   path_ = path;
   OpenResult result = prepareFile(path);
   if (!result.ok()) return result;
@@ -125,10 +130,17 @@ Store::OpenResult Store::open(const QString& path) {
     db_.exec(QStringLiteral("PRAGMA journal_mode=WAL"));
     db_.exec(QStringLiteral("PRAGMA synchronous=NORMAL"));
     db_.exec(QStringLiteral("PRAGMA mmap_size=1073741824"));
+    // Finding an entry by its title without reading them all (entriesTitled) needs these; not part
+    // of the file's layout: made by the first open that lacks them, whatever the version.
+    db_.exec(QStringLiteral("CREATE INDEX IF NOT EXISTS entries_title ON entries(title COLLATE NOCASE)"));
+    db_.exec(QStringLiteral("CREATE INDEX IF NOT EXISTS entries_unusual_title ON entries(title) WHERE %1").arg(unusualTitle));
+    SqliteStatement indexed(db_.handle(), QStringLiteral("SELECT 1 FROM sqlite_master WHERE name='entries_unusual_title'"));
+    unusualTitlesIndexed_ = indexed.step() == SQLITE_ROW;
     // One snapshot: every entry read is as of the change number read with it.
     const bool began = db_.exec(QStringLiteral("BEGIN"));
     seenRevision_ = metaNumber(revisionKey);
-    const bool loaded = loadEntries() && loadCollections();
+    allLoaded_ = loading == Loading::AllEntries;
+    const bool loaded = (allLoaded_ ? loadEntries() : prepareRelationshipQueries()) && loadCollections();
     if (began) db_.exec(QStringLiteral("COMMIT"));
     if (!loaded)
       result = {OpenStatus::Damaged, QStringLiteral("%1 could not be read: %2").arg(path, db_.errorMessage())};
@@ -186,13 +198,118 @@ bool Store::loadEntries() {
     entries_.push_back(entry.get());
     byUID_.emplace(entry->uid(), std::move(entry));
   }
+  return rc == SQLITE_DONE && prepareRelationshipQueries();
+}
+
+bool Store::prepareRelationshipQueries() {
   trackQuery_ = std::make_unique<SqliteStatement>(
       db_.handle(), QStringLiteral("SELECT %1 FROM tracks WHERE entry_uid=? ORDER BY id")
                         .arg(StoreSchema::columnList(EntitySchema::track())));
   linkQuery_ = std::make_unique<SqliteStatement>(
       db_.handle(),
       QStringLiteral("SELECT %1 FROM links WHERE entry_uid=? ORDER BY id").arg(StoreSchema::columnList(EntitySchema::link())));
-  return rc == SQLITE_DONE && trackQuery_->isValid() && linkQuery_->isValid();
+  return trackQuery_->isValid() && linkQuery_->isValid();
+}
+
+Entry* Store::readEntry(qint64 uid) {
+  if (allLoaded_ || !isOpen() || deleted_.contains(uid)) return nullptr;
+  if (!entryQuery_)
+    entryQuery_ = std::make_unique<SqliteStatement>(
+        db_.handle(), QStringLiteral("SELECT coalesce((SELECT revision FROM entry_revisions WHERE uid=?1),0),%1 "
+                                     "FROM entries WHERE uid=?1")
+                          .arg(StoreSchema::columnList(EntitySchema::cd())));
+  entryQuery_->bind(1, uid);
+  Entry* read = nullptr;
+  if (entryQuery_->step() == SQLITE_ROW) {
+    auto entry = std::make_unique<Entry>(uid, this);
+    loadRow(*entryQuery_, *entry, 1);
+    // The change number of the save that wrote the row: refresh() then skips what it already holds.
+    entry->setRevision(entryQuery_->int64(0));
+    read = entry.get();
+    byUID_.emplace(uid, std::move(entry));
+    listEntry(read);
+  }
+  entryQuery_->reset();
+  return read;
+}
+
+void Store::loadRemainingEntries() {
+  allLoaded_ = true;
+  if (!isOpen()) return;
+  readInOneSnapshot([this] {
+    const qint64 revision = metaNumber(revisionKey);
+    SqliteStatement q(db_.handle(), QStringLiteral("SELECT uid,%1 FROM entries ORDER BY uid")
+                                        .arg(StoreSchema::columnList(EntitySchema::cd())));
+    while (q.step() == SQLITE_ROW) {
+      const qint64 uid = q.int64(0);
+      // Those in memory may hold unsaved changes; those deleted and not saved yet stay deleted.
+      if (byUID_.count(uid) || deleted_.contains(uid)) continue;
+      auto entry = std::make_unique<Entry>(uid, this);
+      loadRow(q, *entry, 1);
+      entry->setRevision(revision);
+      byUID_.emplace(uid, std::move(entry));
+    }
+  });
+  entries_.clear();
+  entries_.reserve(byUID_.size());
+  for (const auto& [uid, entry] : byUID_) entries_.push_back(entry.get());
+  std::sort(entries_.begin(), entries_.end(), [](const Entry* a, const Entry* b) { return a->uid() < b->uid(); });
+  // Members were read without looking their entries up: drop any the file has no entry for.
+  for (Collection* c : collections_) {
+    std::erase_if(c->members_, [this](qint64 uid) { return !byUID_.count(uid); });
+    for (auto it = c->memberSet_.begin(); it != c->memberSet_.end();)
+      it = byUID_.count(*it) ? std::next(it) : c->memberSet_.erase(it);
+  }
+}
+
+const std::vector<Entry*>& Store::entries() const {
+  // Reading the rest fills a cache: the catalogue as seen from outside stays the same.
+  if (!allLoaded_) const_cast<Store*>(this)->loadRemainingEntries();
+  return entries_;
+}
+
+void Store::listEntry(Entry* entry) {
+  // Fresh uids are the highest; others go to their place.
+  if (entries_.empty() || entries_.back()->uid() < entry->uid())
+    entries_.push_back(entry);
+  else
+    entries_.insert(std::lower_bound(entries_.begin(), entries_.end(), entry->uid(),
+                                     [](const Entry* e, qint64 u) { return e->uid() < u; }),
+                    entry);
+}
+
+std::vector<Entry*> Store::entriesTitled(const QString& title, Qt::CaseSensitivity cs) {
+  std::vector<Entry*> found;
+  auto matches = [&](const QString& text) { return text.compare(title, cs) == 0; };
+  if (allLoaded_ || !isOpen()) {
+    for (Entry* e : entries_)
+      if (matches(e->stringValue(CdKeys::title))) found.push_back(e);
+    return found;
+  }
+  // Entries in memory are judged by their titles there, which may not be saved yet.
+  std::vector<qint64> uids;
+  for (const auto& [uid, e] : byUID_)
+    if (matches(e->stringValue(CdKeys::title))) uids.push_back(uid);
+  // The file's candidates, through the indexes on title: a superset the comparison above then
+  // narrows. SQLite folds the case of ASCII letters only, and Qt folds some other letters to ASCII
+  // ones (the Kelvin sign to k): ignoring case, the titles outside printable ASCII are candidates
+  // too, and those equal to the folded text. An empty text matches the entries without a title.
+  QString sql = QStringLiteral("SELECT uid,title FROM entries WHERE title=?1 COLLATE NOCASE OR title=?2 COLLATE NOCASE");
+  if (title.isEmpty()) sql += QStringLiteral(" OR title IS NULL");
+  // Left to itself, SQLite scans every title for these.
+  if (cs == Qt::CaseInsensitive)
+    sql += QStringLiteral(" UNION SELECT uid,title FROM entries %1 WHERE %2")
+               .arg(unusualTitlesIndexed_ ? QStringLiteral("INDEXED BY entries_unusual_title") : QString(), unusualTitle);
+  SqliteStatement q(db_.handle(), sql);
+  q.bind(1, title);
+  q.bind(2, title.toCaseFolded());
+  while (q.step() == SQLITE_ROW)
+    if (!byUID_.count(q.int64(0)) && !deleted_.contains(q.int64(0)) && matches(q.text(1))) uids.push_back(q.int64(0));
+  std::sort(uids.begin(), uids.end());
+  uids.erase(std::unique(uids.begin(), uids.end()), uids.end());
+  for (qint64 uid : uids)
+    if (Entry* e = entryWithUID(uid)) found.push_back(e);
+  return found;
 }
 
 bool Store::loadCollections(OutsideChanges* changes) {
@@ -229,7 +346,9 @@ bool Store::loadCollections(OutsideChanges* changes) {
       auto it = std::find_if(collections_.begin(), collections_.end(), [&](Collection* c) { return c->id() == m.int64(0); });
       current = it == collections_.end() ? nullptr : *it;
     }
-    if (current && byUID_.count(m.int64(1)) && !current->contains(m.int64(1))) {
+    // Opened on demand, members are taken as the file lists them (checked when all are read).
+    const bool exists = allLoaded_ ? byUID_.count(m.int64(1)) > 0 : !deleted_.contains(m.int64(1));
+    if (current && exists && !current->contains(m.int64(1))) {
       current->members_.push_back(m.int64(1));
       current->memberSet_.insert(m.int64(1));
     }
@@ -258,7 +377,8 @@ bool Store::setMetaNumber(const QString& key, qint64 value) {
 
 Entry* Store::entryWithUID(qint64 uid) const {
   auto it = byUID_.find(uid);
-  return it == byUID_.end() ? nullptr : it->second.get();
+  if (it != byUID_.end()) return it->second.get();
+  return allLoaded_ ? nullptr : const_cast<Store*>(this)->readEntry(uid);
 }
 
 qint64 Store::nextUID() {
@@ -288,17 +408,11 @@ qint64 Store::nextUID() {
 Entry* Store::insertEntry() { return insertEntry(nextUID()); }
 
 Entry* Store::insertEntry(qint64 uid) {
-  if (byUID_.count(uid)) return nullptr;
+  if (entryWithUID(uid)) return nullptr;
   auto entry = std::make_unique<Entry>(uid, this);
   entry->adoptLoadedRelationships({}, {});
   Entry* raw = entry.get();
-  // Fresh uids are the highest; one given back goes to its place.
-  if (entries_.empty() || entries_.back()->uid() < uid)
-    entries_.push_back(raw);
-  else
-    entries_.insert(std::lower_bound(entries_.begin(), entries_.end(), uid,
-                                     [](const Entry* e, qint64 u) { return e->uid() < u; }),
-                    raw);
+  listEntry(raw);
   byUID_.emplace(raw->uid(), std::move(entry));
   changed_.insert(raw->uid());
   relationshipsChanged_.insert(raw->uid());
@@ -408,7 +522,7 @@ QSet<qint64> Store::entriesWithTrackMatching(const QStringList& trackKeys, const
 
 QSet<qint64> Store::entriesWithLinkMatching(const QString& text) {
   QSet<qint64> found;
-  for (Entry* e : entries_) {
+  for (Entry* e : entries()) {
     for (const auto& link : e->linksSet()) {
       if (link->stringValue(QStringLiteral("name")).contains(text, Qt::CaseInsensitive) ||
           link->stringValue(QStringLiteral("url")).contains(text, Qt::CaseInsensitive))
@@ -653,19 +767,20 @@ Store::OutsideChanges Store::refresh() {
   while (revision > seenRevision_ && q.step() == SQLITE_ROW) {
     const qint64 uid = q.int64(0), saved = q.int64(1);
     if (ownRevisions_.contains(saved) || deleted_.contains(uid)) continue;
-    Entry* e = entryWithUID(uid);
+    const auto held = byUID_.find(uid);
+    Entry* e = held == byUID_.end() ? nullptr : held->second.get();
     if (q.int64(2)) {
       if (e && !inserted_.contains(uid)) {
         forgetDeletedElsewhere(e);
         changes.removed.push_back(e);
       }
     } else if (!e) {
+      if (!allLoaded_) continue;  // read when first asked for
       auto added = std::make_unique<Entry>(uid, this);
       loadRow(q, *added, 3);
       added->setRevision(saved);
       e = added.get();
-      entries_.insert(
-          std::lower_bound(entries_.begin(), entries_.end(), uid, [](Entry* a, qint64 u) { return a->uid() < u; }), e);
+      listEntry(e);
       byUID_.emplace(uid, std::move(added));
       changes.added.push_back(e);
     } else if (saved > e->revision()) {

@@ -27,6 +27,9 @@ struct sqlite3;
 // what they saved since the last look.
 class Store : public ObjectContext {
  public:
+  // Every entry read at open (a window, a command over the whole list), or each when first asked
+  // for (a command on one entry): entries() then reads the rest the first time it is called.
+  enum class Loading { AllEntries, OnDemand };
   enum class OpenStatus { Ok, NotACatalogue, TooNew, TooOld, ReadOnly, Busy, Damaged, MigrationFailed, CannotOpen };
   struct OpenResult {
     OpenStatus status = OpenStatus::Ok;
@@ -42,7 +45,7 @@ class Store : public ObjectContext {
   // Opens or creates the file (":memory:" for a store that is never written). A store of an
   // older version is upgraded step by step first (StoreUpgrader); a failed step leaves the file as
   // that step found it, and the store is not opened.
-  OpenResult open(const QString& path);
+  OpenResult open(const QString& path, Loading loading = Loading::AllEntries);
   bool isOpen() const { return db_.handle() != nullptr; }
   const QString& path() const { return path_; }
 
@@ -55,9 +58,15 @@ class Store : public ObjectContext {
   static std::unique_ptr<Track> newTrack();
   static std::unique_ptr<Link> newLink();
 
-  // Every entry, in the order of their uids.
-  const std::vector<Entry*>& entries() const { return entries_; }
+  // Every entry, in the order of their uids; opened on demand, the first call reads them all.
+  const std::vector<Entry*>& entries() const;
+  // Whether entries() holds every entry without reading more.
+  bool entriesLoaded() const { return allLoaded_; }
+  // Reads the entry when it is not in memory yet (opened on demand).
   Entry* entryWithUID(qint64 uid) const;
+  // The entries whose title equals the text (ignoring case, as QString::compare does, when asked),
+  // in the order of their uids, found with SQL instead of reading every entry.
+  std::vector<Entry*> entriesTitled(const QString& title, Qt::CaseSensitivity cs);
   // The entry that holds a link whose "url" equals the text exactly.
   Entry* entryWithLink(const QString& url);
   // Uids of the entries that have a track whose attribute contains the text, ignoring case.
@@ -130,6 +139,11 @@ class Store : public ObjectContext {
   OpenResult prepareFile(const QString& path);
   OpenResult upgrade(qint64 version);
   bool loadEntries();
+  // Opened on demand: the entry read from the file, or nullptr when the file has none.
+  Entry* readEntry(qint64 uid);
+  void loadRemainingEntries();
+  bool prepareRelationshipQueries();
+  void listEntry(Entry* entry);
   // Reads the collections and their members; on a later call, in place, keeping the objects.
   bool loadCollections(OutsideChanges* changes = nullptr);
   void notify(Entry* entry, const QString& key);
@@ -153,6 +167,8 @@ class Store : public ObjectContext {
   QString path_;
   std::shared_ptr<EntityMigrationPolicy> policy_;
   std::vector<Entry*> entries_;
+  bool allLoaded_ = true, unusualTitlesIndexed_ = false;
+  std::unique_ptr<SqliteStatement> entryQuery_;
   std::unordered_map<qint64, std::unique_ptr<Entry>> byUID_;
   QSet<qint64> changed_, relationshipsChanged_, deleted_, inserted_;
   QHash<qint64, QSet<int>> changedAttributes_;  // schema indexes, by uid

@@ -74,6 +74,42 @@ TEST_F(CliTest, AddListEditDeleteRoundTrip) {
   EXPECT_EQ(discary({"delete", QString::number(uid)}).status, 1);
 }
 
+TEST_F(CliTest, CommandsOnOneEntryFindItByUidOrExactTitle) {
+  const auto uidOf = [](const Outcome& o) { return QString::number(o.json().toObject()["uid"].toInteger()); };
+  const QString blue = uidOf(discary({"--json", "add", "title=Blue", "artist=Joni Mitchell", "--collection", "Folk"}));
+  const QString cedilla = uidOf(discary({"--json", "add", QString::fromUtf8("title=Ça ira"), "artist=Etienne"}));
+  // Duplicates are found ignoring case, beyond ASCII too; the title alone is not enough.
+  EXPECT_EQ(discary({"add", "title=BLUE", "artist=joni mitchell"}).status, 1);
+  EXPECT_EQ(discary({"add", QString::fromUtf8("title=ÇA IRA"), "artist=ETIENNE"}).status, 1);
+  const QString blue2 = uidOf(discary({"--json", "add", "title=Blue", "artist=Someone else"}));
+  ASSERT_NE(blue2, "0");
+
+  Outcome twice = discary({"show", "Blue"});
+  EXPECT_EQ(twice.status, 1);
+  EXPECT_TRUE(twice.err.contains("several entries are titled 'Blue'")) << twice.err.constData();
+  Outcome none = discary({"edit", "blue", "label=x"});
+  EXPECT_EQ(none.status, 1);
+  EXPECT_TRUE(none.err.contains("no entry 'blue'")) << none.err.constData();
+  EXPECT_EQ(discary({"link", "add", "999999", "--url", "https://example.org"}).status, 1);
+
+  Outcome shown = discary({"--json", "edit", blue, "label=Reprise"});
+  ASSERT_EQ(shown.status, 0) << shown.err.constData();
+  EXPECT_EQ(shown.json().toObject()["collections"].toArray(), QJsonArray{"Folk"});
+  ASSERT_EQ(discary({"link", "add", QString::fromUtf8("Ça ira"), "--url", "https://example.org/ca"}).status, 0);
+  ASSERT_EQ(discary({"delete", blue2}).status, 0);
+  Outcome page = discary({"show", "Blue", "--html"});
+  ASSERT_EQ(page.status, 0) << page.err.constData();
+  EXPECT_TRUE(page.out.contains("Reprise"));
+
+  const QJsonArray all = discary({"--json", "list"}).json().toArray();
+  ASSERT_EQ(all.size(), 2);
+  EXPECT_EQ(QString::number(all[0].toObject()["uid"].toInteger()), blue);
+  EXPECT_EQ(all[0].toObject()["label"].toString(), "Reprise");
+  EXPECT_EQ(all[1].toObject()["links"].toArray().size(), 1);
+  EXPECT_EQ(QString::number(all[1].toObject()["uid"].toInteger()), cedilla);
+  EXPECT_EQ(discary({"--json", "collections"}).json().toArray().last().toObject()["count"].toInt(), 1);
+}
+
 TEST_F(CliTest, TotalsOfTheListOrOfASelection) {
   ASSERT_EQ(discary({"add", "title=A", "price=1200", "duration=40:00", "status=1"}).status, 0);
   ASSERT_EQ(discary({"add", "title=B", "price=34.5", "paid=-2", "duration=50:00"}).status, 0);

@@ -122,6 +122,96 @@ TEST_F(StoreTest, SavedEntriesTracksLinksAndCollectionsComeBack) {
   EXPECT_EQ(store.entriesWithTrackMatching({"name"}, "TRACK 1"), QSet<qint64>{uid});
 }
 
+TEST_F(StoreTest, OpenedOnDemandEntriesAreReadWhenAskedForAndFoundByTitle) {
+  qint64 blue = 0, blue2 = 0, kelvin = 0, cedilla = 0;
+  {
+    Store store;
+    ASSERT_TRUE(store.open(path()).ok());
+    auto add = [&](const QString& title) {
+      Entry* e = store.insertEntry();
+      e->setValue("title", title);
+      return e->uid();
+    };
+    blue = add("Blue");
+    blue2 = add("Blue");
+    kelvin = add(QString(QChar(0x212A)) + "ind");  // the Kelvin sign folds to k
+    cedilla = add(QString::fromUtf8("Ça ira"));
+    add("Other");
+    store.insertEntry();  // no title
+    store.addEntryToCollection(store.entryWithUID(blue), store.createCollection("Jazz"));
+    ASSERT_TRUE(store.save());
+  }
+  Store store;
+  ASSERT_TRUE(store.open(path(), Store::Loading::OnDemand).ok());
+  EXPECT_FALSE(store.entriesLoaded());
+  const auto uids = [](const std::vector<Entry*>& entries) {
+    std::vector<qint64> u;
+    for (Entry* e : entries) u.push_back(e->uid());
+    return u;
+  };
+  Entry* first = store.entryWithUID(blue);
+  ASSERT_NE(first, nullptr);
+  EXPECT_EQ(first->value("title").toString(), "Blue");
+  EXPECT_EQ(store.collectionNamesOf(*first), QStringList{"Jazz"});
+  EXPECT_EQ(store.entryWithUID(999999), nullptr);
+  EXPECT_EQ(uids(store.entriesTitled("Blue", Qt::CaseSensitive)), (std::vector<qint64>{blue, blue2}));
+  EXPECT_TRUE(store.entriesTitled("blue", Qt::CaseSensitive).empty());
+  EXPECT_EQ(uids(store.entriesTitled("bLUE", Qt::CaseInsensitive)), (std::vector<qint64>{blue, blue2}));
+  EXPECT_EQ(uids(store.entriesTitled("KIND", Qt::CaseInsensitive)), std::vector<qint64>{kelvin});
+  EXPECT_EQ(uids(store.entriesTitled(QString::fromUtf8("ÇA IRA"), Qt::CaseInsensitive)), std::vector<qint64>{cedilla});
+  EXPECT_EQ(store.entriesTitled("", Qt::CaseSensitive).size(), 1u);
+  EXPECT_TRUE(store.entriesTitled("Nothing", Qt::CaseInsensitive).empty());
+  EXPECT_FALSE(store.entriesLoaded());
+
+  // Unsaved titles, deletions and new entries count as they stand in memory.
+  first->setValue("title", "Red");
+  store.deleteEntry(store.entryWithUID(blue2));
+  EXPECT_EQ(store.entryWithUID(blue2), nullptr);
+  Entry* added = store.insertEntry();
+  added->setValue("title", "Blue");
+  EXPECT_EQ(uids(store.entriesTitled("Blue", Qt::CaseSensitive)), std::vector<qint64>{added->uid()});
+  EXPECT_EQ(uids(store.entriesTitled("Red", Qt::CaseSensitive)), std::vector<qint64>{blue});
+
+  // Asking for all reads the rest around those in memory.
+  EXPECT_EQ(store.entries().size(), 6u);
+  EXPECT_TRUE(store.entriesLoaded());
+  EXPECT_EQ(store.entryWithUID(blue), first);
+  EXPECT_EQ(first->value("title").toString(), "Red");
+  ASSERT_TRUE(store.save());
+
+  Store reopened;
+  ASSERT_TRUE(reopened.open(path()).ok());
+  EXPECT_EQ(reopened.entries().size(), 6u);
+  EXPECT_EQ(reopened.entryWithUID(blue)->value("title").toString(), "Red");
+  EXPECT_EQ(reopened.entryWithUID(blue2), nullptr);
+  EXPECT_EQ(reopened.collectionNamesOf(*reopened.entryWithUID(blue)), QStringList{"Jazz"});
+}
+
+TEST_F(StoreTest, OpenedOnDemandARefreshMergesOnlyTheEntriesInMemory) {
+  Store writer;
+  ASSERT_TRUE(writer.open(path()).ok());
+  Entry* kept = writer.insertEntry();
+  kept->setValue("title", "Kept");
+  Entry* other = writer.insertEntry();
+  other->setValue("title", "Other");
+  ASSERT_TRUE(writer.save());
+
+  Store reader;
+  ASSERT_TRUE(reader.open(path(), Store::Loading::OnDemand).ok());
+  Entry* read = reader.entryWithUID(kept->uid());
+  ASSERT_NE(read, nullptr);
+  kept->setValue("label", "Blue Note");
+  other->setValue("label", "Impulse!");
+  writer.insertEntry()->setValue("title", "New");
+  ASSERT_TRUE(writer.save());
+  const Store::OutsideChanges changes = reader.refresh();
+  EXPECT_EQ(changes.changed, std::vector<Entry*>{read});
+  EXPECT_TRUE(changes.added.empty());
+  EXPECT_EQ(read->value("label").toString(), "Blue Note");
+  EXPECT_EQ(reader.entryWithUID(other->uid())->value("label").toString(), "Impulse!");
+  EXPECT_EQ(reader.entries().size(), 3u);
+}
+
 TEST_F(StoreTest, DeletingRemovesTracksAndMembershipsAndUidsAreNotReused) {
   Store store;
   ASSERT_TRUE(store.open(path()).ok());
