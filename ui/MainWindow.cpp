@@ -1,5 +1,6 @@
 #include "MainWindow.h"
 
+#include "AddPanel.h"
 #include "CatalogueHistory.h"
 #include "CatalogueWatcher.h"
 #include "CdKeys.h"
@@ -24,6 +25,7 @@
 #include "Settings.h"
 #include "SettingsKeys.h"
 #include "StatusImage.h"
+#include "TrackData.h"
 
 #include <QAction>
 #include <QApplication>
@@ -385,6 +387,9 @@ void MainWindow::saveState() {
   settings.sync();
 }
 
+// A library read still running would tell a window that is gone.
+MainWindow::~MainWindow() { controller_.waitForLibraryRefresh(); }
+
 void MainWindow::closeEvent(QCloseEvent* event) {
   saveState();
   controller_.saveManagedObjectContext();
@@ -440,6 +445,17 @@ void MainWindow::showEntryPage(Entry* entry) {
     return;
   }
   QString html = controller_.templateText(controller_.preferencesStandard().stringForKey(SettingsKeys::infoTemplate));
+  // Play links need the player's library; read once, in the background, and the page shown
+  // again when it is in.
+  if (!libraryAsked_ && html.contains(QLatin1String("[IncludeURLInName]")) && !controller_.addPanel().trackData().libraryLoaded()) {
+    libraryAsked_ = true;
+    controller_.loadMusicLibrary([this] {
+      QMetaObject::invokeMethod(this, [this] {
+        const auto& selected = controller_.entriesController().selectedObjects();
+        if (selected.size() == 1) showEntryPage(selected.front());
+      }, Qt::QueuedConnection);
+    });
+  }
   controller_.replaceKeysInTemplate(html, *entry, true, true);
   page_->setDataFolder(controller_.dataFolderPath());
   page_->showPage(html);
@@ -555,6 +571,12 @@ void MainWindow::pageLinkClicked(const QUrl& url) {
     QDesktopServices::openUrl(address.startsWith(QLatin1String("[Data Folder]"))
                                   ? QUrl::fromLocalFile(controller_.dataFolderPath() + address.mid(13))
                                   : QUrl(address));
+    return;
+  }
+  // No link of the entry's own: the player's library has the file, as the link was made from it.
+  const QString file = controller_.addPanel().trackData().libraryLocation(request, selected.front()->stringValue(CdKeys::title));
+  if (!file.isEmpty()) {
+    QDesktopServices::openUrl(QUrl(file));
     return;
   }
   windowSystem_.displayNotice(tr("No file is linked to “%1”.").arg(request),
