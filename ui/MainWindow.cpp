@@ -458,6 +458,8 @@ void MainWindow::showEntryPage(Entry* entry) {
   }
   controller_.replaceKeysInTemplate(html, *entry, true, true);
   page_->setDataFolder(controller_.dataFolderPath());
+  // "folio://playTrackNamed=..." has no valid host, and the view would hand over an empty URL.
+  html.replace(QLatin1String("href=\"folio://"), QLatin1String("href=\"folio:"));
   page_->showPage(html);
 }
 
@@ -557,11 +559,11 @@ void MainWindow::pageLinkClicked(const QUrl& url) {
       QDesktopServices::openUrl(url);
     return;
   }
-  // folio://playTrackNamed=NAME[&artist=ARTIST]: play the file linked to that track. The URL's
-  // host is lower-cased on the way here, so names compare without regard to case.
+  // folio:playTrackNamed=NAME[&artist=ARTIST] (as showEntryPage hands it to the view): play the
+  // file linked to that track. Names compare without regard to case.
   const auto& selected = controller_.entriesController().selectedObjects();
   if (selected.size() != 1) return;
-  QString request = QUrl::fromPercentEncoding(url.toString(QUrl::FullyEncoded).mid(8).toUtf8());
+  QString request = QUrl::fromPercentEncoding(url.toString(QUrl::FullyEncoded).section(QLatin1Char(':'), 1).toUtf8());
   request = request.section(QLatin1Char('&'), 0, 0).section(QLatin1Char('='), 1);
   for (Link* link : selected.front()->linksSortedByPosition()) {
     const QString address = link->stringValue(QStringLiteral("url"));
