@@ -29,6 +29,11 @@ int show(const CliContext& context, const QStringList& words) {
   }
   // The page view is always HTML.
   const bool webView = args->has("--webview");
+  // Play links are made for the tracks the player's library holds.
+  if (webView && page.contains(QLatin1String("[IncludeURLInName]"))) {
+    controller.loadMusicLibrary();
+    controller.waitForLibraryRefresh();
+  }
   controller.replaceKeysInTemplate(page, *entry, args->has("--html") || webView, webView);
   CliContext::print(page);
   return 0;

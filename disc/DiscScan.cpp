@@ -116,6 +116,18 @@ void DiscScan::volumeMounted(const QString& volumePath) {
   scanDisc();
 }
 
+void DiscScan::audioDiscInserted(const QString& device) {
+  if (!services_.settings.boolForKey(SettingsKeys::scanCD)) return;
+  Freedb& site = freedb();
+  const Freedb::TocSource previous = site.tocSource();
+  // Read, looked up and ejected in the drive it arrived in, whichever drive is the default.
+  Freedb::TocSource drive;
+  drive.device = device;
+  site.setTocSource(drive);
+  scanDisc();
+  site.setTocSource(previous);
+}
+
 void DiscScan::scanDisc() {
   AddPanel& panel = services_.addPanel;
   if (panel.isVisible()) panel.setVisible(false);

@@ -61,6 +61,9 @@ class DiscScan {
 
   // Every newly mounted volume, an inserted audio CD among them, arrives here.
   void volumeMounted(const QString& volumePath);
+  // An audio CD put into that drive (audio CDs are not mounted): scanned from that drive when the
+  // user asked for scans.
+  void audioDiscInserted(const QString& device);
   // The whole disc insertion: the player's details or the online lookup, then no match, one
   // match or several.
   void scanDisc();

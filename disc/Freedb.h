@@ -49,6 +49,7 @@ class Freedb : public SitePlugin {
   void setOptions(const Options& options) { options_ = options; }
   const Options& options() const { return options_; }
   void setTocSource(const TocSource& source) { source_ = source; }
+  const TocSource& tocSource() const { return source_; }
 
   // The identifier of the inserted disc; each output may be null. nullopt without a disc.
   std::optional<QString> discIDStringWithTotalTracks(int* totalTracks, qint64* totalDuration, QString* startBlock,

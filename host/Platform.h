@@ -21,11 +21,21 @@ class Platform {
   virtual int osVersion() const = 0;
   // Calls the handler on the main thread with the mount point of every newly mounted volume.
   virtual void observeMounts(std::function<void(const QString& volumePath)> handler) = 0;
+  // Calls the handler on the main thread with the drive ("/dev/sr0") of every audio CD put in;
+  // audio CDs are not mounted, so observeMounts never hears of them. Nothing where the desktop
+  // cannot tell.
+  virtual void observeAudioDiscs(std::function<void(const QString& device)> handler) { Q_UNUSED(handler); }
   virtual QStringList mountedRemovableVolumes() const = 0;
   virtual bool eject(const QString& volumePath) = 0;
   // The tracks of the music player's library as track dictionaries; empty when there is no
   // player library to read. May be called on a background thread.
   virtual QVariantList musicLibraryTracks() = 0;
+  // The tracks of the player's library file at path, whichever player wrote it; empty when it is
+  // none the desktop reads. May be called on a background thread.
+  virtual QVariantList musicLibraryTracksAt(const QString& path) {
+    Q_UNUSED(path);
+    return {};
+  }
   // The name of the application the desktop opens the file with (without ".desktop" or ".app"),
   // or empty when it names none.
   virtual QString applicationForFile(const QString& path) const {

@@ -16,6 +16,9 @@ inline const QString refreshItunesAuto = QStringLiteral("Refresh Itunes Auto");
 inline const QString lastItunes = QStringLiteral("Last Itunes");
 // The music player's XML library file chosen by the user (shown as "Music Library XML").
 inline const QString iTunesLibraryXML = QStringLiteral("iTunes Library XML");
+// The player's library the user chose for play links: a Rhythmbox, Strawberry or Clementine
+// library file, or an exported library XML. Unset: the XML above, else the player found first.
+inline const QString musicLibrary = QStringLiteral("Music Library");
 // The CDDB and web-search host, "host[:port]"; without a user value, a public freedb-compatible
 // server.
 inline const QString cddbServer = QStringLiteral("CDDB Server");

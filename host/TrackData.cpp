@@ -29,14 +29,17 @@ QString TrackData::playerTotalDuration(const QVariantList& tracks) {
   return seconds ? TimeText::timeStringWithSeconds(seconds) : QString();
 }
 
-void TrackData::loadItunes() {
-  QVariantList library = platform_.musicLibraryTracks();
-  QSet<QPair<QString, QString>> index;
+void TrackData::loadItunes() { loadLibrary(platform_.musicLibraryTracks()); }
+
+void TrackData::loadLibrary(QVariantList library) {
+  QHash<QPair<QString, QString>, QString> index;
   index.reserve(library.size());
   for (const QVariant& t : library) {
     const QVariantMap m = t.toMap();
-    index.insert({m.value(QStringLiteral("Name")).toString().toCaseFolded(),
-                  m.value(QStringLiteral("Album")).toString().toCaseFolded()});
+    const QPair<QString, QString> key{m.value(QStringLiteral("Name")).toString().toCaseFolded(),
+                                      m.value(QStringLiteral("Album")).toString().toCaseFolded()};
+    // The first copy of a track in the library is the one played.
+    if (!index.contains(key)) index.insert(key, m.value(QStringLiteral("Location")).toString());
   }
   std::lock_guard lock(libraryMutex_);
   library_ = std::move(library);
@@ -59,6 +62,11 @@ bool TrackData::isTrackInItunes(const QVariantMap& track, const QVariantMap& mai
                                     mainEntry.value(CdKeys::title).toString().toCaseFolded()};
   std::lock_guard lock(libraryMutex_);
   return nameAndAlbum_.contains(key);
+}
+
+QString TrackData::libraryLocation(const QString& trackName, const QString& album) const {
+  std::lock_guard lock(libraryMutex_);
+  return nameAndAlbum_.value({trackName.toCaseFolded(), album.toCaseFolded()});
 }
 
 void TrackData::setDurationCD(const QStringList& durations) {

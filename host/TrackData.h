@@ -1,7 +1,7 @@
 #pragma once
 
+#include <QHash>
 #include <QPair>
-#include <QSet>
 #include <QVariantList>
 #include <QVariantMap>
 #include <mutex>
@@ -30,17 +30,22 @@ class TrackData {
 
   // Reads the player's library; safe to run on a background thread.
   void loadItunes();
+  // Keeps these tracks as the library; safe on any thread.
+  void loadLibrary(QVariantList library);
   bool libraryLoaded() const;
   int libraryTrackCount() const;
   // Whether the library has a track of that name on an album of the main entry's title, ignoring
   // case. Answered from an index, as a page asks it for every track.
   bool isTrackInItunes(const QVariantMap& track, const QVariantMap& mainEntry) const;
+  // The library's file of a track of that name on an album of that title, ignoring case, as the
+  // library writes it (a file:// URL); empty when the library has none.
+  QString libraryLocation(const QString& trackName, const QString& album) const;
 
  private:
   Platform& platform_;
   QVariantList tracks_;
   mutable std::mutex libraryMutex_;
   QVariantList library_;
-  QSet<QPair<QString, QString>> nameAndAlbum_;  // case-folded
+  QHash<QPair<QString, QString>, QString> nameAndAlbum_;  // case-folded -> "Location"
   bool libraryLoaded_ = false;
 };

@@ -247,7 +247,6 @@ bool ImportDispatcher::installFolioExtras(const QString& path) {
 bool ImportDispatcher::openSession() {
   if (session_) return false;
   session_.emplace();
-  session_->entireLibrary = services_.platform.musicLibraryTracks();
   return true;
 }
 

@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QVariantList>
 #include <QVariantMap>
+#include <optional>
 
 // The state of one import of audio files or library tracks, alive for that import only: which
 // entry each album went to, the ratings seen per album, the entries whose cover is settled, the
@@ -12,6 +13,6 @@ struct ImportSession {
   QVariantMap albumsAdded;  // album key -> uid of its entry
   QVariantMap ratings;      // album key -> list of ratings 0-10
   QVariantList importedImages;
-  QVariantList entireLibrary;
+  std::optional<QVariantList> entireLibrary;  // read when a cover is first looked for
   QHash<QString, QString> customFieldKeys;  // custom field title -> key ("" for none)
 };

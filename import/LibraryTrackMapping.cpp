@@ -166,7 +166,8 @@ void settleCover(const ImportServices& c, ImportSession* session, Entry& entry, 
     if (c.setCover(entry, artwork)) settled();
   } else if (t.contains(QStringLiteral("Persistent ID"))) {
     const QString id = t.value(QStringLiteral("Persistent ID")).toString();
-    if (session && LibraryTrackMapping::lookForiTunesImage(c, id, entry, session->entireLibrary)) settled();
+    if (session && !session->entireLibrary) session->entireLibrary = c.platform.musicLibraryTracks();
+    if (session && LibraryTrackMapping::lookForiTunesImage(c, id, entry, *session->entireLibrary)) settled();
     // With no player to ask, the picture embedded in the track's own file stands in.
     else if (const QVariant embedded = pictureInFileAt(c, t.value(QStringLiteral("Location")));
              embedded.isValid() && c.setCover(entry, embedded))

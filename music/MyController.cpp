@@ -21,6 +21,7 @@
 #include "WindowSystem.h"
 
 #include <QDateTime>
+#include <QFileInfo>
 
 MyController::MyController(Settings& settings, WindowSystem& windowSystem, Platform& platform)
     : MyControllerShared(settings, windowSystem, platform),
@@ -30,7 +31,8 @@ MyController::MyController(Settings& settings, WindowSystem& windowSystem, Platf
       discScan_({settings, windowSystem, platform, frameworkBundle(), pluginManager(), addPanel(),
                  [this] { addEntryFromAddPanelCheckForDuplicates(false); },
                  [this](SitePlugin& site, int results) { resultsFoundWithSite(site, results); },
-                 [this](const QString& menuItem) { getPluginsInfo(menuItem); }}) {
+                 [this](const QString& menuItem) { getPluginsInfo(menuItem); }}),
+      libraryLoader_(addPanel().trackData()) {
   setFieldsController(std::make_unique<MyFieldsController>(settings, frameworkBundle()));
   managedObjectContext().setMigrationPolicy(std::make_shared<Disc4ToDisc5>());
   setEntryPageFiller(&trackRows_);
@@ -54,8 +56,28 @@ MyController::MyController(Settings& settings, WindowSystem& windowSystem, Platf
 
 MyController::~MyController() { waitForLibraryRefresh(); }
 
-void MyController::waitForLibraryRefresh() {
-  if (libraryRefresh_.joinable()) libraryRefresh_.join();
+void MyController::waitForLibraryRefresh() { libraryLoader_.wait(); }
+
+void MyController::loadMusicLibrary(std::function<void()> loaded) {
+  // The settings are read here, on the main thread; the files on the reading thread.
+  const QString chosen = preferencesStandard().stringForKey(SettingsKeys::musicLibrary);
+  const QString xml = preferencesStandard().stringForKey(SettingsKeys::iTunesLibraryXML);
+  libraryLoader_.start([this, chosen, xml] { return musicLibraryTracks(chosen, xml); }, std::move(loaded));
+}
+
+QVariantList MyController::musicLibraryTracks(const QString& chosen, const QString& xml) const {
+  const auto xmlTracks = [](const QString& path) {
+    LibraryXml library;
+    return QFileInfo(path).isFile() && library.read(path, true) ? library.allTracks() : QVariantList();
+  };
+  // A chosen library that is gone stays the choice: no other player's library stands in.
+  if (!chosen.isEmpty()) {
+    QVariantList tracks = platform().musicLibraryTracksAt(chosen);
+    // What the platform does not read is an exported library XML.
+    return tracks.isEmpty() ? xmlTracks(chosen) : tracks;
+  }
+  if (!xml.isEmpty() && QFileInfo(xml).isFile()) return xmlTracks(xml);
+  return platform().musicLibraryTracks();
 }
 
 QVariantMap MyController::registeredDefaults() {
@@ -102,6 +124,7 @@ void MyController::applicationWillFinishLaunching() {
 
 void MyController::applicationDidFinishLaunching() {
   platform().observeMounts([this](const QString& volumePath) { discScan_.volumeMounted(volumePath); });
+  platform().observeAudioDiscs([this](const QString& device) { discScan_.audioDiscInserted(device); });
   freedb();
   pluginManager().setOrderFromPrefs();
 
@@ -111,9 +134,8 @@ void MyController::applicationDidFinishLaunching() {
     const QDateTime now = QDateTime::currentDateTimeUtc();
     // Exactly 30 days old still counts as recent.
     const bool recent = last.isValid() && now.secsTo(last) >= -libraryRefreshInterval;
-    if (!recent && !libraryRefresh_.joinable()) {
-      TrackData& trackData = addPanel().trackData();
-      libraryRefresh_ = std::thread([&trackData] { trackData.loadItunes(); });
+    if (!recent) {
+      loadMusicLibrary();
       settings.setObject(SettingsKeys::lastItunes, now);
     }
   }

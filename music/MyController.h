@@ -3,6 +3,7 @@
 #include "CollectionTotals.h"
 #include "DiscScan.h"
 #include "HtmlExport.h"
+#include "LibraryLoader.h"
 #include "MyControllerShared.h"
 #include "NewLinkProcessor.h"
 #include "TrackRowsFiller.h"
@@ -11,7 +12,6 @@
 #include <QVariantMap>
 #include <memory>
 #include <optional>
-#include <thread>
 
 class Freedb;
 class MusicBrainz;
@@ -37,8 +37,14 @@ class MyController : public MyControllerShared {
   static QVariantMap ownDefaults();
   void applicationWillFinishLaunching() override;
   void applicationDidFinishLaunching() override;
-  // Waits for a library refresh started at launch, if any.
+  // Waits for a library read started at launch or by loadMusicLibrary, if any.
   void waitForLibraryRefresh();
+  // Reads the player's library into the add panel's track data in the background, unless a read
+  // runs already; `loaded` runs on the reading thread when it is in.
+  void loadMusicLibrary(std::function<void()> loaded = {});
+  // The tracks of the library file the user chose ("Music Library"), else of the exported
+  // library XML ("iTunes Library XML"), else of the player's library the platform finds.
+  QVariantList musicLibraryTracks(const QString& chosen, const QString& xml) const;
 
   // The disc insertion; the members below forward to it.
   DiscScan& discScan() { return discScan_; }
@@ -112,5 +118,5 @@ class MyController : public MyControllerShared {
   NewLinkProcessor newLinks_;
   DiscScan discScan_;
   std::unique_ptr<ImportDispatcher> imports_;
-  std::thread libraryRefresh_;
+  LibraryLoader libraryLoader_;
 };

@@ -1,7 +1,9 @@
 #include "LinuxPlatform.h"
 
 #include "DiscDrive.h"
+#include "PlayerLibraries.h"
 #include "PropertyListReader.h"
+#include "UDisksWatcher.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -10,7 +12,8 @@
 #include <QSocketNotifier>
 #include <QSysInfo>
 
-LinuxPlatform::LinuxPlatform(QString mountTable) : mountTable_(std::move(mountTable)) {}
+LinuxPlatform::LinuxPlatform(QString mountTable, QString udisksBus)
+    : mountTable_(std::move(mountTable)), udisksBus_(std::move(udisksBus)) {}
 
 LinuxPlatform::~LinuxPlatform() = default;
 
@@ -91,10 +94,22 @@ void LinuxPlatform::mountTableChanged() {
   known_ = now;
 }
 
+void LinuxPlatform::observeAudioDiscs(std::function<void(const QString&)> handler) {
+  if (!udisks_) udisks_ = std::make_unique<UDisksWatcher>(udisksBus_);
+  udisks_->watch(std::move(handler));
+}
+
 bool LinuxPlatform::eject(const QString& volumePath) {
+  // A mounted volume is left to the eject command, which unmounts it first.
+  const bool drive = volumePath.isEmpty() || volumePath.startsWith(QLatin1String("/dev/"));
+  if (drive && udisks_ && udisks_->knowsDrives() && udisks_->eject(volumePath)) return true;
   // An empty path ejects the default drive.
   return QProcess::execute(QStringLiteral("eject"), volumePath.isEmpty() ? QStringList() : QStringList{volumePath}) == 0;
 }
+
+QVariantList LinuxPlatform::musicLibraryTracks() { return PlayerLibraries::read(PlayerLibraries::find()); }
+
+QVariantList LinuxPlatform::musicLibraryTracksAt(const QString& path) { return PlayerLibraries::read(path); }
 
 bool LinuxPlatform::fileExists(const QString& path) const { return QFileInfo(path).isFile(); }
 

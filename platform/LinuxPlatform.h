@@ -9,23 +9,28 @@
 
 class QFile;
 class QSocketNotifier;
+class UDisksWatcher;
 
 // The desktop as Linux shows it: mounts from the kernel's mount table (which signals a change
 // by polling as exceptional), removable media from /sys, eject through the eject command.
-// There is no music player library to read on Linux, so that list is empty, and no player
-// answers for an inserted CD: the scan goes online. Audio CDs are not mounted on Linux; their table
-// of contents is read from the drive.
+// The player's library is the first found of Rhythmbox, Strawberry and Clementine; no player
+// answers for an inserted CD, so the scan goes online. Audio CDs are not mounted on Linux: udisks2
+// tells of their arrival, and their table of contents is read from the drive.
 class LinuxPlatform : public QObject, public Platform {
   Q_OBJECT
  public:
-  explicit LinuxPlatform(QString mountTable = QStringLiteral("/proc/self/mounts"));
+  // udisksBus: the D-Bus address udisks2 is asked on; the system bus when empty.
+  explicit LinuxPlatform(QString mountTable = QStringLiteral("/proc/self/mounts"), QString udisksBus = {});
   ~LinuxPlatform() override;
 
   int osVersion() const override;
   void observeMounts(std::function<void(const QString& volumePath)> handler) override;
+  void observeAudioDiscs(std::function<void(const QString& device)> handler) override;
   QStringList mountedRemovableVolumes() const override;
+  // Through udisks2 where it knows the drive, else with the eject command.
   bool eject(const QString& volumePath) override;
-  QVariantList musicLibraryTracks() override { return {}; }
+  QVariantList musicLibraryTracks() override;
+  QVariantList musicLibraryTracksAt(const QString& path) override;
   // The file's MIME type by name and content, then the desktop's default application for it as
   // `xdg-mime query default` answers.
   QString applicationForFile(const QString& path) const override;
@@ -45,7 +50,8 @@ class LinuxPlatform : public QObject, public Platform {
   QList<Mount> readMounts() const;
 
   TagLibReader tagReader_;
-  QString mountTable_;
+  QString mountTable_, udisksBus_;
+  std::unique_ptr<UDisksWatcher> udisks_;
   std::unique_ptr<QFile> file_;
   std::unique_ptr<QSocketNotifier> notifier_;
   QSet<QString> known_;

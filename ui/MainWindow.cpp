@@ -1,5 +1,6 @@
 #include "MainWindow.h"
 
+#include "AddPanel.h"
 #include "CatalogueHistory.h"
 #include "CatalogueWatcher.h"
 #include "CdKeys.h"
@@ -24,6 +25,7 @@
 #include "Settings.h"
 #include "SettingsKeys.h"
 #include "StatusImage.h"
+#include "TrackData.h"
 
 #include <QAction>
 #include <QApplication>
@@ -399,6 +401,9 @@ void MainWindow::saveState() {
   settings.sync();
 }
 
+// A library read still running would tell a window that is gone.
+MainWindow::~MainWindow() { controller_.waitForLibraryRefresh(); }
+
 void MainWindow::closeEvent(QCloseEvent* event) {
   saveState();
   controller_.saveManagedObjectContext();
@@ -454,8 +459,21 @@ void MainWindow::showEntryPage(Entry* entry) {
     return;
   }
   QString html = controller_.templateText(controller_.preferencesStandard().stringForKey(SettingsKeys::infoTemplate));
+  // Play links need the player's library; read once, in the background, and the page shown
+  // again when it is in.
+  if (!libraryAsked_ && html.contains(QLatin1String("[IncludeURLInName]")) && !controller_.addPanel().trackData().libraryLoaded()) {
+    libraryAsked_ = true;
+    controller_.loadMusicLibrary([this] {
+      QMetaObject::invokeMethod(this, [this] {
+        const auto& selected = controller_.entriesController().selectedObjects();
+        if (selected.size() == 1) showEntryPage(selected.front());
+      }, Qt::QueuedConnection);
+    });
+  }
   controller_.replaceKeysInTemplate(html, *entry, true, true);
   page_->setDataFolder(controller_.dataFolderPath());
+  // "folio://playTrackNamed=..." has no valid host, and the view would hand over an empty URL.
+  html.replace(QLatin1String("href=\"folio://"), QLatin1String("href=\"folio:"));
   page_->showPage(html);
 }
 
@@ -555,11 +573,11 @@ void MainWindow::pageLinkClicked(const QUrl& url) {
       QDesktopServices::openUrl(url);
     return;
   }
-  // folio://playTrackNamed=NAME[&artist=ARTIST]: play the file linked to that track. The URL's
-  // host is lower-cased on the way here, so names compare without regard to case.
+  // folio:playTrackNamed=NAME[&artist=ARTIST] (as showEntryPage hands it to the view): play the
+  // file linked to that track. Names compare without regard to case.
   const auto& selected = controller_.entriesController().selectedObjects();
   if (selected.size() != 1) return;
-  QString request = QUrl::fromPercentEncoding(url.toString(QUrl::FullyEncoded).mid(8).toUtf8());
+  QString request = QUrl::fromPercentEncoding(url.toString(QUrl::FullyEncoded).section(QLatin1Char(':'), 1).toUtf8());
   request = request.section(QLatin1Char('&'), 0, 0).section(QLatin1Char('='), 1);
   for (Link* link : selected.front()->linksSortedByPosition()) {
     const QString address = link->stringValue(QStringLiteral("url"));
@@ -569,6 +587,12 @@ void MainWindow::pageLinkClicked(const QUrl& url) {
     QDesktopServices::openUrl(address.startsWith(QLatin1String("[Data Folder]"))
                                   ? QUrl::fromLocalFile(controller_.dataFolderPath() + address.mid(13))
                                   : QUrl(address));
+    return;
+  }
+  // No link of the entry's own: the player's library has the file, as the link was made from it.
+  const QString file = controller_.addPanel().trackData().libraryLocation(request, selected.front()->stringValue(CdKeys::title));
+  if (!file.isEmpty()) {
+    QDesktopServices::openUrl(QUrl(file));
     return;
   }
   windowSystem_.displayNotice(tr("No file is linked to “%1”.").arg(request),

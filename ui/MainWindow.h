@@ -30,6 +30,7 @@ class MainWindow : public QMainWindow {
   Q_OBJECT
  public:
   MainWindow(MyController& controller, QtWindowSystem& windowSystem);
+  ~MainWindow() override;
 
   // For tests and scripts: the parts a person looks at and types into.
   EntryTableModel* listModel() const { return model_; }
@@ -122,5 +123,6 @@ class MainWindow : public QMainWindow {
   EmptyCatalogueHint* emptyHint_;
   QAction *editAction_, *deleteAction_, *selectAllAction_, *exportAction_, *renameCollectionAction_, *deleteCollectionAction_;
   int searchType_ = 1;
+  bool libraryAsked_ = false;
   CatalogueWatcher* watcher_;
 };

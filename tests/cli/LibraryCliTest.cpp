@@ -1,5 +1,6 @@
 #include "CliRunner.h"
 
+#include <QDir>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -72,4 +73,27 @@ TEST_F(LibraryCliTest, ImportOfTheLibraryFileMakesACollectionNamedAfterIt) {
   ASSERT_EQ(entries.size(), 1);
   EXPECT_EQ(entries[0]["title"].toString(), "An Awesome Wave");
   EXPECT_EQ(entries[0]["uid"], result["entries"].toArray()[0]);
+}
+
+TEST_F(LibraryCliTest, TracksInTheRhythmboxLibraryArePlayLinksOnTheEntryPage) {
+  QDir().mkpath(dir.filePath("data/rhythmbox"));
+  ASSERT_TRUE(QFile::copy(data + "/players/rhythmdb.xml", dir.filePath("data/rhythmbox/rhythmdb.xml")));
+  cli.environment = QProcessEnvironment::systemEnvironment();
+  cli.environment.insert("XDG_DATA_HOME", dir.filePath("data"));
+  cli.environment.insert("XDG_CONFIG_HOME", dir.filePath("config"));
+  ASSERT_EQ(discary({"add", "title=Mingus Ah Um", "artist=Charles Mingus", "--track", "name=Fables of Faubus;duration=8:10",
+                     "--track", "name=Pussy Cat Dues;duration=9:14"})
+                .status,
+            0);
+  const Outcome page = discary({"show", "Mingus Ah Um", "--webview"});
+  ASSERT_EQ(page.status, 0) << page.err.constData();
+  EXPECT_TRUE(page.out.contains("<a href=\"folio://playTrackNamed=Fables%20of%20Faubus&amp;artist=") ||
+              page.out.contains("<a href=\"folio://playTrackNamed=Fables%20of%20Faubus\">"))
+      << page.out.constData();
+  EXPECT_FALSE(page.out.contains("playTrackNamed=Pussy"));
+  EXPECT_FALSE(discary({"show", "Mingus Ah Um", "--html"}).out.contains("folio://"));  // links only in the page view
+
+  // A library chosen by the user replaces the player found.
+  ASSERT_EQ(discary({"settings", "set", "Music Library", dir.filePath("elsewhere.db")}).status, 0);
+  EXPECT_FALSE(discary({"show", "Mingus Ah Um", "--webview"}).out.contains("folio://"));
 }

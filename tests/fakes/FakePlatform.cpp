@@ -21,6 +21,11 @@ void FakePlatform::mount(const QString& path) {
   for (auto& handler : mountHandlers) handler(path);
 }
 
+void FakePlatform::insertAudioDisc(const QString& device, const QVariantMap& toc) {
+  drive = toc;
+  for (auto& handler : discHandlers) handler(device);
+}
+
 bool FakePlatform::fileExists(const QString& path) const { return QFileInfo(path).isFile(); }
 
 std::optional<QVariantMap> FakePlatform::propertyListDictionary(const QString& path) const {

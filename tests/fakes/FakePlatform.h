@@ -12,6 +12,7 @@ class FakePlatform : public Platform {
  public:
   int osVersion() const override { return 6; }
   void observeMounts(std::function<void(const QString&)> handler) override { mountHandlers.push_back(std::move(handler)); }
+  void observeAudioDiscs(std::function<void(const QString&)> handler) override { discHandlers.push_back(std::move(handler)); }
   QStringList mountedRemovableVolumes() const override { return volumes; }
   bool eject(const QString& volumePath) override;
   QVariantList musicLibraryTracks() override;
@@ -25,6 +26,8 @@ class FakePlatform : public Platform {
   QString musicBrainzDiscID(qint64 leadout, const QList<qint64>& starts) const override;
 
   void mount(const QString& path);
+  // An audio CD with this table of contents arrives in the drive.
+  void insertAudioDisc(const QString& device, const QVariantMap& toc);
   QString applicationForFile(const QString& path) const override { return applications.value(path); }
 
   QStringList volumes, ejected;
@@ -32,7 +35,7 @@ class FakePlatform : public Platform {
   QHash<QString, QString> applications;  // file path -> the application that opens it
   const TagReader* reader = nullptr;
   std::atomic<int> libraryReads{0};
-  std::vector<std::function<void(const QString&)>> mountHandlers;
+  std::vector<std::function<void(const QString&)>> mountHandlers, discHandlers;
   std::optional<QVariantMap> drive;  // the audio CD in the drive
   MusicPlayer* player = nullptr;
 };

@@ -8,6 +8,7 @@
 #include "Freedb.h"
 #include "MusicPlayer.h"
 #include "MyController.h"
+#include "PropertyListReader.h"
 #include "Settings.h"
 #include "SettingsKeys.h"
 
@@ -73,6 +74,24 @@ TEST_F(DiscScanTest, mountingAnAudioCdScansItOnlyWhenAskedTo) {
   EXPECT_EQ(windowSystem.openSheets, 0);
   EXPECT_TRUE(controller->addPanel().isVisible());
   EXPECT_EQ(controller->addPanel().valueForKey("title").toString(), QStringLiteral("Chagall Guevara"));
+}
+
+TEST_F(DiscScanTest, anAudioCdPutInADriveIsScannedFromThatDriveAndEjectedFromIt) {
+  const QVariantMap toc = PropertyListReader::readDictionary(volume.filePath(".TOC.plist")).value();
+  platform.insertAudioDisc("/dev/sr1", toc);  // "scanCD" off
+  EXPECT_TRUE(windowSystem.progressTitles.isEmpty());
+  EXPECT_TRUE(server.requests().isEmpty());
+
+  settings.setObject(SettingsKeys::scanCD, true);
+  settings.setObject(SettingsKeys::firstResultAdd, true);
+  settings.setObject(SettingsKeys::ejectCD, true);
+  platform.insertAudioDisc("/dev/sr1", toc);
+  EXPECT_EQ(windowSystem.progressTitles, QStringList{"Scanning..."});
+  EXPECT_EQ(platform.ejected, QStringList{"/dev/sr1"});
+  ASSERT_EQ(controller->managedObjectContext().entries().size(), 1u);
+  EXPECT_EQ(controller->managedObjectContext().entries().front()->stringValue("title"), QStringLiteral("Chagall Guevara"));
+  // Later scans read the default place again.
+  EXPECT_TRUE(controller->freedb().tocSource().device.isEmpty());
 }
 
 TEST_F(DiscScanTest, oneMatchIsAddedAtOnceAndTheDiscEjectedFirst) {
