@@ -146,13 +146,13 @@ TEST_F(CliTest, SettingsFieldsAndSearchTypesAnswerInJson) {
   EXPECT_EQ(discary({"settings", "get", "CellSize"}).out.trimmed(), "150");
 
   const QJsonArray fields = discary({"--json", "fields"}).json().toArray();
-  ASSERT_EQ(fields.size(), 56);
+  ASSERT_EQ(fields.size(), 58);
   const QJsonObject duration = fields[13].toObject();
   EXPECT_EQ(duration["identifier"].toString(), "duration");
   EXPECT_EQ(duration["columnType"].toInt(), 7);
   EXPECT_EQ(duration["numberColumnType"].toInt(), 5);
   EXPECT_EQ(duration["width"].toDouble(), 40);
-  const QJsonObject tag2 = fields[51].toObject();
+  const QJsonObject tag2 = fields[53].toObject();
   EXPECT_EQ(tag2["identifier"].toString(), "customTag2");
   EXPECT_TRUE(tag2["isOff"].toBool());
   EXPECT_EQ(tag2["location"].toString(), "extra");
@@ -257,7 +257,6 @@ TEST_F(CliTest, ACollectionExportOfTheSiteImportsOnceIntoItsFolders) {
   Outcome again = discary({"--json", "import", csv});
   ASSERT_EQ(again.status, 0) << again.err.constData();
   EXPECT_TRUE(again.object()["entries"].toArray().isEmpty());
-  EXPECT_TRUE(again.err.contains("24 releases were in the catalogue already")) << again.err.constData();
   const QJsonArray collections = discary({"--json", "collections"}).json().toArray();
   int verkoop = 0;
   for (const QJsonValue& c : collections)

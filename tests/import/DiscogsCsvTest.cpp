@@ -155,6 +155,23 @@ TEST_F(DiscogsCsvTest, MissingColumnsHeaderOnlyAndEmptyFiles) {
   EXPECT_EQ(store.collections().size(), 1u);
 }
 
+TEST_F(DiscogsCsvTest, AHundredThousandRowsAllArriveInTheirFolders) {
+  auto controller = launch();
+  QByteArray text = header + "\n";
+  const int rows = 100000;
+  for (int i = 0; i < rows; ++i)
+    text += "C" + QByteArray::number(i) + ",Artist (2),Album " + QByteArray::number(i) + ",\"L (3), M\",CD,5,1999," +
+            QByteArray::number(i + 1) + ",F" + QByteArray::number(i % 4) + ",,,,\n";
+  ASSERT_TRUE(controller->openFile(write("big.csv", text)));
+  Store& store = controller->managedObjectContext();
+  ASSERT_EQ(store.entries().size(), size_t(rows));
+  EXPECT_EQ(store.collections().size(), 4u);
+  for (const Collection* folder : store.collections()) EXPECT_EQ(folder->memberUIDs().size(), size_t(rows / 4));
+  EXPECT_EQ(store.entries().back()->stringValue("label"), "L, M");
+  EXPECT_EQ(store.entries().back()->stringValue("discogsReleaseID"), QString::number(rows));
+  EXPECT_FALSE(store.hasChanges());
+}
+
 TEST_F(DiscogsCsvTest, ColumnsGoToCustomFieldsByTitleUntilNoneIsFree) {
   auto controller = launch();
   settings.setObject(MyFieldsControllerShared::customTitlesKey, QVariantMap{{"custom2", "Shelf"}});
