@@ -1,3 +1,4 @@
+#include "Barcode.h"
 #include "CdKeys.h"
 #include "CliContext.h"
 #include "Commands.h"
@@ -207,7 +208,12 @@ int websearch(const CliContext& context, const QStringList& words) {
   if (args->has("--discid")) search[musicBrainz ? CdKeys::musicBrainzDiscID : CdKeys::discID] = args->value("--discid");
   if (args->has("--artist")) search[CdKeys::artist] = args->value("--artist");
   if (args->has("--title")) search[CdKeys::title] = args->value("--title");
-  if (args->has("--barcode")) search[CdKeys::upc] = args->value("--barcode");
+  if (args->has("--barcode")) {
+    // A code that checks wrong is mistyped: the site would only answer that it knows none.
+    const QString problem = Barcode::problem(args->value("--barcode"));
+    if (!problem.isEmpty()) return CliContext::usage(problem);
+    search[CdKeys::upc] = Barcode::digits(args->value("--barcode"));
+  }
   if (args->has("--catno")) search[CdKeys::catalogNumber] = args->value("--catno");
   if (search.isEmpty() || !args->positional.isEmpty()) {
     return CliContext::usage(QStringLiteral(

@@ -1,8 +1,10 @@
 #include "CliContext.h"
+#include "Clock.h"
 #include "Commands.h"
 #include "Entry.h"
 #include "EntryJson.h"
 #include "JsonWriter.h"
+#include "Loan.h"
 #include "MyController.h"
 #include "MyFieldsControllerShared.h"
 #include "Settings.h"
@@ -10,12 +12,12 @@
 #include "SettingsKeys.h"
 #include "TextTable.h"
 
-
 namespace Commands {
 
 int list(const CliContext& context, const QStringList& words) {
   QString message;
-  const auto args = CommandArguments::parse(words, {"--collection", "--search", "--search-type", "--columns"}, {}, &message);
+  const auto args =
+      CommandArguments::parse(words, {"--collection", "--search", "--search-type", "--columns"}, {"--overdue"}, &message);
   if (!args) return CliContext::usage(message);
   if (!args->positional.isEmpty()) return CliContext::usage(QStringLiteral("unexpected argument '%1'").arg(args->positional.first()));
   MyController& controller = context.controller;
@@ -34,7 +36,11 @@ int list(const CliContext& context, const QStringList& words) {
   }
   if (args->has("--collection") && !context.showCollection(args->value("--collection"))) return 1;
   controller.search(args->value("--search"), searchType);
-  const auto& entries = controller.entriesController().arrangedObjects();
+  std::vector<Entry*> entries = controller.entriesController().arrangedObjects();
+  if (args->has("--overdue")) {
+    const QDateTime now = Clock::now();
+    std::erase_if(entries, [&](const Entry* e) { return !Loan::isOverdue(*e, now); });
+  }
 
   if (context.options.json) {
     JsonWriter json(stdout);

@@ -148,6 +148,8 @@ void DiscScan::scanDisc() {
     found = lookup.site;
     if (matches && matches->size() == 1) found->resultNumber(0, [&single](const QVariantMap& result) { single = result; });
   }
+  // Read before an eject takes the disc away.
+  const QString barcode = matches ? discBarcode() : QString();
   ws.closeProgressSheet();
   if (services_.settings.boolForKey(SettingsKeys::ejectCD)) ejectCD();
   if (!matches) return;
@@ -176,6 +178,7 @@ void DiscScan::scanDisc() {
       tracks << QVariantMap{{QStringLiteral("duration"), duration}};
     panel.setFromDictionary({{tracksKey, namedTracks(tracks)}});
     panel.setValue(panel.trackData().calculateTotalDuration(), QStringLiteral("duration"));
+    fillBarcode(barcode);
     return;
   }
   if (matches->size() == 1) {
@@ -183,6 +186,7 @@ void DiscScan::scanDisc() {
     panel.clear();
     panel.setVisible(true);
     panel.setFromDictionary(single);
+    fillBarcode(barcode);
     if (services_.settings.boolForKey(SettingsKeys::firstResultAdd)) {
       const QString title = panel.valueForKey(CdKeys::title).toString();
       services_.addEntryFromAddPanel();
@@ -202,12 +206,24 @@ void DiscScan::fillInformationFromCD() {
   if (const auto durations = site.getTrackDurations(); durations && !durations->isEmpty()) {
     panel.trackData().setDurationCD(*durations);
   }
+  fillBarcode(discBarcode());
   const QString discID = site.discID().value_or(QString());
   if (discID.isEmpty()) return;
   const QString current = panel.valueForKey(CdKeys::discID).toString();
   QString value = discID;
   if (!current.isEmpty() && current != discID) value = QStringLiteral("%1, %2").arg(current, discID);
   panel.setValue(value, CdKeys::discID);
+}
+
+QString DiscScan::discBarcode() {
+  const auto toc = freedb().tableOfContents();
+  return toc ? toc->mediaCatalogNumber : QString();
+}
+
+void DiscScan::fillBarcode(const QString& barcode) {
+  if (barcode.isEmpty()) return;
+  services_.addPanel.setValue(barcode, CdKeys::upc);
+  services_.addPanel.setValue(QStringLiteral("Disc"), CdKeys::barcodeSource);
 }
 
 void DiscScan::ejectCD() { freedb().ejectCD(); }

@@ -67,7 +67,7 @@ class DiscScan {
   // The whole disc insertion: the player's details or the online lookup, then no match, one
   // match or several.
   void scanDisc();
-  // Puts the inserted disc's durations and identifier into the open add panel.
+  // Puts the inserted disc's durations, identifier and own barcode into the open add panel.
   void fillInformationFromCD();
   void ejectCD();
   bool canEject();
@@ -81,6 +81,10 @@ class DiscScan {
   static QVariantList namedTracks(QVariantList tracks);
 
  private:
+  // The media catalogue number of the disc in hand, when it holds one that is a barcode.
+  QString discBarcode();
+  // The disc's own barcode names this copy's release: it goes into the panel over a looked-up one.
+  void fillBarcode(const QString& barcode);
   QString localized(const QString& key, const QString& value = {}) const;
   double timeoutSeconds() const;
 

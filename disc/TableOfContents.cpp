@@ -1,5 +1,6 @@
 #include "TableOfContents.h"
 
+#include "Barcode.h"
 #include "TimeText.h"
 
 namespace {
@@ -36,6 +37,9 @@ std::optional<TableOfContents> TableOfContents::fromDictionary(const QVariantMap
     if (!readBlock(tracks.at(i).toMap().value(startBlockKey), &start)) return std::nullopt;
     toc.starts << start;
   }
+  const QString mcn = dictionary.value(mediaCatalogNumberKey).toString().trimmed();
+  if (mcn.size() == 13 && mcn != QString(13, u'0') && Barcode::check(mcn) == Barcode::Check::Valid)
+    toc.mediaCatalogNumber = mcn;
   return toc;
 }
 
@@ -43,7 +47,9 @@ QVariantMap TableOfContents::dictionary() const {
   QVariantList tracks;
   for (qint64 start : starts) tracks << QVariantMap{{startBlockKey, start}};
   const QVariantMap session{{leadoutKey, leadout}, {lastTrackKey, qint64(starts.size())}, {trackArrayKey, tracks}};
-  return {{sessionsKey, QVariantList{session}}};
+  QVariantMap toc{{sessionsKey, QVariantList{session}}};
+  if (!mediaCatalogNumber.isEmpty()) toc.insert(mediaCatalogNumberKey, mediaCatalogNumber);
+  return toc;
 }
 
 QString TableOfContents::discIdentifier(int* totalTracks, qint64* totalSeconds, QString* offsets,

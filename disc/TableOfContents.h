@@ -13,6 +13,9 @@ struct TableOfContents {
   static inline const QString lastTrackKey = QStringLiteral("Last Track");
   static inline const QString trackArrayKey = QStringLiteral("Track Array");
   static inline const QString startBlockKey = QStringLiteral("Start Block");
+  // Beside "Sessions": the disc's media catalogue number, the release's EAN-13, when the drive
+  // reads one.
+  static inline const QString mediaCatalogNumberKey = QStringLiteral("Media Catalog Number");
   // A CD holds at most 99 tracks; a file claiming more is not a disc's.
   static constexpr int maximumTracks = 99;
   // The frame count of about 100 hours, far beyond any disc, so sums stay within 32 bits.
@@ -20,6 +23,8 @@ struct TableOfContents {
 
   qint64 leadout = 0;
   QList<qint64> starts;  // one per track, track 1 first
+  // Empty unless the disc holds one that is a barcode (many hold thirteen zeros instead).
+  QString mediaCatalogNumber;
 
   // nullopt when the dictionary is not a table of contents this program can use: no session,
   // no track, a "Last Track" beyond the "Track Array", or blocks out of range. A missing

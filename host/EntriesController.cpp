@@ -1,8 +1,10 @@
 #include "EntriesController.h"
 
 #include "CdKeys.h"
+#include "Clock.h"
 #include "CollectionsController.h"
 #include "Entry.h"
+#include "Loan.h"
 #include "NumberText.h"
 #include "TimeText.h"
 #include "ValueKind.h"
@@ -39,8 +41,12 @@ void EntriesController::rearrangeObjects() {
   const quint64 stamp = ManagedObject::latestStamp();
   // Derived keys (collection names and the like) change without a stamp: always sort by them afresh.
   const bool derived = EntitySchema::cd().indexOf(sortKey_) < 0;
+  // Loans fall overdue as days pass, with no entry changing.
+  const Collection* shown = collections_.selectedCollection();
+  const QDate today = shown && shown->kind() == Collection::Kind::Borrowed ? Clock::now().date() : QDate();
   if (derived || source != sortedSource_ || stamp != sortedStamp_ || sortKey_ != sortedKey_ ||
-      ascending_ != sortedAscending_) {
+      ascending_ != sortedAscending_ || today != sortedDay_) {
+    sortedDay_ = today;
     sortedSource_ = std::move(source);
     sortedStamp_ = stamp;
     sortedKey_ = sortKey_;
@@ -95,6 +101,11 @@ void EntriesController::sortAll() {
   sorted_.clear();
   sorted_.reserve(items.size());
   for (const auto& item : items) sorted_.push_back(item.entry);
+  // Among the borrowed entries, the late ones come first, each part in the chosen order.
+  if (sortedDay_.isValid()) {
+    const QDateTime now(sortedDay_, QTime(12, 0), Qt::UTC);
+    std::stable_partition(sorted_.begin(), sorted_.end(), [&](const Entry* e) { return Loan::isOverdue(*e, now); });
+  }
 }
 
 void EntriesController::setSelectedObjects(const std::vector<Entry*>& entries) {

@@ -2,6 +2,7 @@
 
 #include "CdKeys.h"
 
+#include <QDate>
 #include <QString>
 #include <functional>
 #include <vector>
@@ -10,7 +11,8 @@ class CollectionsController;
 class Entry;
 
 // The entries in view: those of the selected collection that pass the filter, sorted
-// (arrangedObjects), and the ones the user selected among them.
+// (arrangedObjects; in the borrowed collection the overdue loans first), and the ones the user
+// selected among them.
 class EntriesController {
  public:
   using Predicate = std::function<bool(const Entry&)>;
@@ -48,4 +50,6 @@ class EntriesController {
   quint64 sortedStamp_ = 0;
   QString sortedKey_;
   bool sortedAscending_ = true;
+  // The day the borrowed collection was sorted on; invalid for any other collection.
+  QDate sortedDay_;
 };

@@ -1,11 +1,13 @@
 #include "MyFieldsControllerShared.h"
 
+#include "Entry.h"
 #include "HostKeys.h"
 #include "Settings.h"
 #include "StringTable.h"
 
 #include <QDateTime>
 #include <QLocale>
+#include <algorithm>
 
 int MyFieldsControllerShared::fieldTypeForIdentifier(const QString&) const { return 1; }
 
@@ -50,6 +52,24 @@ std::optional<QString> MyFieldsControllerShared::customFieldWithTitle(const QStr
   const QVariantMap titles = settings_.objectForKey(customTitlesKey).toMap();
   for (auto it = titles.begin(); it != titles.end(); ++it)
     if (it.value().toString().compare(title, Qt::CaseInsensitive) == 0) return it.key();
+  return std::nullopt;
+}
+
+std::optional<QString> MyFieldsControllerShared::customFieldForTitle(const QString& title,
+                                                                   const std::vector<Entry*>& entries) {
+  if (auto key = customFieldWithTitle(title)) return key;
+  QVariantMap titles = settings_.objectForKey(customTitlesKey).toMap();
+  for (int n = 1; n <= 10; ++n) {
+    const QString key = QStringLiteral("custom%1").arg(n);
+    if (titles.contains(key)) continue;
+    if (std::any_of(entries.begin(), entries.end(), [&](const Entry* e) { return !e->stringValue(key).isEmpty(); }))
+      continue;
+    titles.insert(key, title);
+    settings_.setObject(customTitlesKey, titles);
+    QStringList on = settings_.objectForKey(fieldsOnKey).toStringList();
+    if (!on.contains(key)) settings_.setObject(fieldsOnKey, on << key);
+    return key;
+  }
   return std::nullopt;
 }
 

@@ -6,7 +6,9 @@
 #include <QVariantList>
 #include <QVariantMap>
 #include <optional>
+#include <vector>
 
+class Entry;
 class Settings;
 class StringTable;
 
@@ -52,6 +54,10 @@ class MyFieldsControllerShared {
   // Orders two field definitions by shown name.
   bool localizedIdentifierCompare(const QVariant& a, const QVariant& b) const;
   std::optional<QString> customFieldWithTitle(const QString& title) const;
+  // The custom field that takes values of that title: the one the user gave the title, else the
+  // first of "Custom 1" to "Custom 10" with no title that no entry uses, which gets the title
+  // and is switched on. None when every one is taken.
+  std::optional<QString> customFieldForTitle(const QString& title, const std::vector<Entry*>& entries);
   QString clickedField() const { return clickedField_; }
   void setClickedField(const QString& identifier) { clickedField_ = identifier; }
 

@@ -122,4 +122,9 @@ QStringList version6CreateStatements() {
   return statements;
 }
 
+QStringList version7CreateStatements() {
+  // Version 7 was version 6 with the table of change numbers.
+  return version6CreateStatements() + entryRevisionsCreateStatements();
+}
+
 }  // namespace StoreSchema

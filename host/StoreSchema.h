@@ -9,16 +9,18 @@ class EntitySchema;
 // released older one is frozen here as it was shipped, so that old catalogues can be recognised
 // and upgraded, and so that tests can make them.
 namespace StoreSchema {
-constexpr int currentVersion = 7;
+constexpr int currentVersion = 8;
 constexpr int version4 = 4;
 constexpr int version5 = 5;
 constexpr int version6 = 6;
+constexpr int version7 = 7;
 
 // CREATE statements of the current version, tables named with the given prefix.
 QStringList createStatements(const QString& prefix = {});
 QStringList version4CreateStatements();
 QStringList version5CreateStatements();
 QStringList version6CreateStatements();
+QStringList version7CreateStatements();
 // The table that says which entries changed or went at which of the file's change numbers
 // (version 7 on), and its index.
 QStringList entryRevisionsCreateStatements(const QString& prefix = {});

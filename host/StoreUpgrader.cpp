@@ -33,6 +33,11 @@ std::vector<StoreUpgrader::Step> StoreUpgrader::steps() {
            }
          return true;
        }},
+      {StoreSchema::version7,
+       [this](QString* error) {
+         return addColumns(QStringLiteral("entries"), EntitySchema::cd(),
+                           {CdKeys::mediaCondition, CdKeys::sleeveCondition, CdKeys::discogsReleaseID}, error);
+       }},
   };
 }
 

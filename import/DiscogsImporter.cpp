@@ -18,19 +18,6 @@ QString attribute(const QXmlStreamReader& xml, const char* name) {
   return xml.attributes().value(QLatin1String(name)).toString();
 }
 
-// "1999", "1999-03-00", "1999-07-13"; unknown parts count as the first.
-QDateTime releaseDate(const QString& text) {
-  const QStringList parts = text.trimmed().split(u'-');
-  bool ok = false;
-  const int year = parts.value(0).toInt(&ok);
-  if (!ok || year < 1 || year > 9999) return {};
-  const int month = std::clamp(parts.value(1).toInt(), 0, 12);
-  const int day = std::clamp(parts.value(2).toInt(), 0, 31);
-  QDate date(year, month ? month : 1, day ? day : 1);
-  if (!date.isValid()) date = QDate(year, month ? month : 1, 1);
-  return QDateTime(date, QTime(12, 0), Qt::UTC);
-}
-
 // The names of the <artist> children of the current element, joined as the database joins them.
 QString artistNames(QXmlStreamReader& xml) {
   QString names;
@@ -115,7 +102,7 @@ void readRelease(QXmlStreamReader& xml, Entry& entry) {
     } else if (name == QLatin1String("genres") || name == QLatin1String("styles")) {
       while (xml.readNextStartElement()) genres << xml.readElementText(QXmlStreamReader::SkipChildElements);
     } else if (name == QLatin1String("released")) {
-      const QDateTime date = releaseDate(xml.readElementText(QXmlStreamReader::SkipChildElements));
+      const QDateTime date = DiscogsImporter::releaseDate(xml.readElementText(QXmlStreamReader::SkipChildElements));
       if (date.isValid()) entry.setPrimitiveValue(CdKeys::releaseDate, date);
     } else if (name == QLatin1String("notes")) {
       entry.setPrimitiveValue(CdKeys::comments,
@@ -141,6 +128,18 @@ void readRelease(QXmlStreamReader& xml, Entry& entry) {
 }
 
 }  // namespace
+
+QDateTime DiscogsImporter::releaseDate(const QString& text) {
+  const QStringList parts = text.trimmed().split(u'-');
+  bool ok = false;
+  const int year = parts.value(0).toInt(&ok);
+  if (!ok || year < 1 || year > 9999) return {};
+  const int month = std::clamp(parts.value(1).toInt(), 0, 12);
+  const int day = std::clamp(parts.value(2).toInt(), 0, 31);
+  QDate date(year, month ? month : 1, day ? day : 1);
+  if (!date.isValid()) date = QDate(year, month ? month : 1, 1);
+  return QDateTime(date, QTime(12, 0), Qt::UTC);
+}
 
 bool DiscogsImporter::import(ImportRun& run, const QString& text, QString* error) {
   QXmlStreamReader xml(text);

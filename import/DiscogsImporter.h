@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDateTime>
 #include <QString>
 
 class ImportRun;
@@ -12,4 +13,7 @@ class DiscogsImporter {
   // False when the text holds no release or is not well-formed before the first one; a release
   // list broken part-way keeps the releases read so far, with a warning in the run.
   static bool import(ImportRun& run, const QString& text, QString* error);
+  // "1999", "1999-03-00", "1999-07-13" as noon UTC of that day, unknown parts counting as the
+  // first; invalid when there is no year.
+  static QDateTime releaseDate(const QString& text);
 };

@@ -3,6 +3,7 @@
 #include "AudioFileImport.h"
 #include "CdKeys.h"
 #include "CollectionsController.h"
+#include "DiscogsCsvImporter.h"
 #include "DiscogsImporter.h"
 #include "EntriesController.h"
 #include "Entry.h"
@@ -12,6 +13,7 @@
 #include "LibraryTrackMapping.h"
 #include "Link.h"
 #include "MyAudioMetadata.h"
+#include "MyFieldsControllerShared.h"
 #include "NativeImporter.h"
 #include "Platform.h"
 #include "PropertyList.h"
@@ -83,6 +85,7 @@ bool ImportDispatcher::openFile(const QString& given) {
                                         {"OK"});
         return false;
       }
+      if (DiscogsCsvImporter::separatorOf(*text)) return importSiteCollection(info.completeBaseName(), *text);
       ImportRun run = newImportRun();
       QString error;
       const bool read = TabCommaImporter::import(run, *text, &error);
@@ -146,6 +149,12 @@ bool ImportDispatcher::finishImport(ImportRun& run, const QString& collectionNam
     return false;
   }
   if (!collectAndSave(collectionName, run.entries())) return false;
+  reportProblems(run, collectionName);
+  return true;
+}
+
+void ImportDispatcher::reportProblems(const ImportRun& run, const QString& collectionName) {
+  WindowSystem& ws = services_.windowSystem;
   if (!run.warnings().isEmpty()) {
     for (const QString& w : run.warnings()) qWarning("%s", qPrintable(w));
     QStringList shown = run.warnings().mid(0, 10);
@@ -155,6 +164,36 @@ bool ImportDispatcher::finishImport(ImportRun& run, const QString& collectionNam
   }
   if (run.cancelled())
     ws.displayNotice(QStringLiteral("Import stopped; %1 entries were kept.").arg(run.entries().size()), 3);
+}
+
+bool ImportDispatcher::importSiteCollection(const QString& fileName, const QString& text) {
+  ImportRun run = newImportRun();
+  DiscogsCsvImporter::Result result;
+  QString error;
+  const auto customField = [this](const QString& title) -> std::optional<QString> {
+    if (!services_.fields) return std::nullopt;
+    return services_.fields->customFieldForTitle(title, services_.store.entries());
+  };
+  if (!DiscogsCsvImporter::import(run, text, customField, &result, &error))
+    return finishImport(run, fileName, false, error);
+  // The folders of the site become collections; a second import fills the same ones.
+  CollectionsController& collections = services_.collections;
+  Collection* first = nullptr;
+  for (const auto& [name, entries] : result.folders) {
+    Collection* collection = collections.collectionWithName(name, true);
+    if (collection) {
+      for (Entry* entry : entries) services_.store.addEntryToCollection(entry, collection);
+    } else {
+      collection = collections.createCollectionNamed(name, entries);
+    }
+    if (!first) first = collection;
+  }
+  if (first) collections.selectCollection(first);
+  if (!services_.save()) return false;
+  reportProblems(run, fileName);
+  if (result.alreadyThere > 0)
+    services_.windowSystem.displayNotice(
+        QStringLiteral("%1 releases were in the catalogue already and were not added again.").arg(result.alreadyThere), 3);
   return true;
 }
 

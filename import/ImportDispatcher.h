@@ -51,6 +51,10 @@ class ImportDispatcher {
   bool finishImport(ImportRun& run, const QString& collectionName, bool recognised, const QString& failure);
   // A collection of that name for the entries, if any, selected; then the save. False when the save failed.
   bool collectAndSave(const QString& collectionName, const std::vector<Entry*>& entries);
+  // The run's warnings in one alert, and a word when it was stopped.
+  void reportProblems(const ImportRun& run, const QString& collectionName);
+  // A collection export of the public music database: its folders become collections.
+  bool importSiteCollection(const QString& fileName, const QString& text);
   bool notSupported(const QString& kind);
   // Shows every entry, the given one selected.
   void showAmongAll(Entry* entry);

@@ -22,7 +22,7 @@ struct ImportServices {
   WindowSystem& windowSystem;
   const StringTable& strings;
   Platform& platform;
-  const MyFieldsControllerShared* fields = nullptr;
+  MyFieldsControllerShared* fields = nullptr;
   // Saves the catalogue, telling the user when it fails; false then.
   std::function<bool()> save;
   // Shows the entry in the list, selected.

@@ -102,6 +102,11 @@ std::vector<MusicField> rows() {
       Row(CdKeys::releaseID, "Release ID", K::Text, FieldTypeText, ColumnTypeText),
       Row(CdKeys::musicBrainzDiscID, "MusicBrainz Disc ID", K::Text, FieldTypeText, ColumnTypeText),
       Row(CdKeys::barcodeSource, "Barcode Source", K::Text, FieldTypeText, ColumnTypeText),
+      // Catalogue version 8: the state of the user's copy, and the release it is on the public
+      // music database, so that importing its collection export again adds nothing twice.
+      Row(CdKeys::mediaCondition, "Media Condition", K::Text, FieldTypeComboBox, ColumnTypeText).panel(352, Extra),
+      Row(CdKeys::sleeveCondition, "Sleeve Condition", K::Text, FieldTypeComboBox, ColumnTypeText).panel(354, Extra),
+      Row(CdKeys::discogsReleaseID, "Discogs Release ID", K::Text, FieldTypeText, ColumnTypeText),
       Row(CdKeys::uid, "Unique ID", Derived, FieldTypeText, ColumnTypeStoredNumber).personal(270),
       Row(CdKeys::statusImage, "Status", Derived, FieldTypeText, ColumnTypeImage).width(18).column(),
       Row(CdKeys::collectionNames, "Collections", Derived, FieldTypeText, ColumnTypeText).width(200).column().fullscreen(110),

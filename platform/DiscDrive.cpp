@@ -25,14 +25,20 @@ std::optional<QVariantMap> DiscDrive::tableOfContents(const QString& device) {
   DiscHandle disc(discid_new(), &discid_free);
   if (!disc) return std::nullopt;
   const QByteArray name = device.toLocal8Bit();
-  if (!discid_read_sparse(disc.get(), device.isEmpty() ? nullptr : name.constData(), 0)) return std::nullopt;
+  // The catalogue number costs a second pass over the disc's subchannel, and is worth it: it is
+  // the release's barcode.
+  const unsigned features = discid_has_feature(DISCID_FEATURE_MCN) ? DISCID_FEATURE_MCN : 0;
+  if (!discid_read_sparse(disc.get(), device.isEmpty() ? nullptr : name.constData(), features)) return std::nullopt;
   const int first = discid_get_first_track_num(disc.get());
   const int last = discid_get_last_track_num(disc.get());
   if (first < 1 || last < first || last > 99) return std::nullopt;
   int offsets[100] = {};
   offsets[0] = discid_get_sectors(disc.get());
   for (int track = first; track <= last; ++track) offsets[track] = discid_get_track_offset(disc.get(), track);
-  return dictionaryFromOffsets(first, last, offsets);
+  QVariantMap toc = dictionaryFromOffsets(first, last, offsets);
+  const char* mcn = features ? discid_get_mcn(disc.get()) : nullptr;
+  if (mcn && *mcn) toc.insert(QStringLiteral("Media Catalog Number"), QString::fromLatin1(mcn));
+  return toc;
 }
 
 QString DiscDrive::musicBrainzIdentifier(qint64 leadout, const QList<qint64>& starts) {

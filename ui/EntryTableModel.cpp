@@ -2,8 +2,10 @@
 
 #include "CatalogueHistory.h"
 #include "CdKeys.h"
+#include "Clock.h"
 #include "Entry.h"
 #include "FieldTypes.h"
+#include "Loan.h"
 #include "MyController.h"
 #include "MyFieldsControllerShared.h"
 #include "StatusImage.h"
@@ -12,6 +14,8 @@
 #include <QDateTime>
 #include <QMimeData>
 #include <QSet>
+
+const QColor EntryTableModel::overdueColour(0xc0, 0x1c, 0x28);
 
 EntryTableModel::EntryTableModel(MyController& controller, CatalogueHistory& history, QObject* parent)
     : QAbstractTableModel(parent), controller_(controller), history_(history) {}
@@ -50,17 +54,25 @@ QVariant EntryTableModel::data(const QModelIndex& index, int role) const {
   const QString& key = columns_[index.column()];
   const bool status = key == StatusImage::key;
   const QColor statusColour = status ? StatusImage::colour(entry->value(key).toLongLong()) : QColor();
+  // A loan past its due date shows in red, and says so in the tool tip.
+  const bool overdue = (role == Qt::ToolTipRole || role == Qt::ForegroundRole) &&
+                       entry->value(CdKeys::status).toLongLong() == 1 && Loan::isOverdue(*entry, Clock::now());
   switch (role) {
     case Qt::DisplayRole:
       // The status column is a dot, coloured by status; its word is in the tool tip.
       if (status) return statusColour.isValid() ? QStringLiteral("\u25CF") : QString();
       return controller_.fieldsController()->displayStringForValue(key, entry->value(key));
-    case Qt::ToolTipRole:
-      return controller_.fieldsController()->displayStringForValue(key, entry->value(key));
+    case Qt::ToolTipRole: {
+      const QString shown = controller_.fieldsController()->displayStringForValue(key, entry->value(key));
+      if (!overdue) return shown;
+      const QString due = controller_.fieldsController()->displayStringForValue(CdKeys::dueDate, entry->value(CdKeys::dueDate));
+      return tr("Overdue: due back on %1").arg(due) + (shown.isEmpty() ? QString() : u'\n' + shown);
+    }
     case Qt::EditRole:
       return entry->stringValue(key);
     case Qt::ForegroundRole:
-      return statusColour.isValid() ? QVariant(statusColour) : QVariant();
+      if (statusColour.isValid()) return statusColour;
+      return overdue ? QVariant(overdueColour) : QVariant();
     case Qt::TextAlignmentRole: {
       const int type = controller_.fieldsController()->columnType(key, true);
       const bool number = type == ColumnTypeNumber || type == ColumnTypeStoredNumber;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QColor>
 #include <QStringList>
 
 class CatalogueHistory;
@@ -14,6 +15,8 @@ class EntryTableModel : public QAbstractTableModel {
   Q_OBJECT
  public:
   static inline const QString uidsMimeType = QStringLiteral("application/x-discary-uids");
+  // The text of a loan past its due date.
+  static const QColor overdueColour;
 
   EntryTableModel(MyController& controller, CatalogueHistory& history, QObject* parent = nullptr);
 

@@ -1,5 +1,6 @@
 #include "InternetSearchDialog.h"
 
+#include "Barcode.h"
 #include "CdKeys.h"
 #include "Freedb.h"
 #include "MusicBrainz.h"
@@ -20,6 +21,7 @@ InternetSearchDialog::InternetSearchDialog(Freedb& freedb, MusicBrainz& musicBra
       freedb_(freedb),
       musicBrainz_(musicBrainz),
       sites_(new QComboBox(this)),
+      searchBy_(new QComboBox(this)),
       field_(new QLineEdit(this)),
       results_(new QListWidget(this)),
       status_(new QLabel(this)) {
@@ -32,6 +34,16 @@ InternetSearchDialog::InternetSearchDialog(Freedb& freedb, MusicBrainz& musicBra
   sites_->setAccessibleName(tr("Site"));
   field_->setAccessibleName(tr("Search for"));
   results_->setAccessibleName(tr("Results"));
+  searchBy_->setObjectName(QStringLiteral("searchBy"));
+  searchBy_->addItems({tr("Words"), tr("Barcode"), tr("Catalogue Number")});
+  searchBy_->setAccessibleName(tr("Search by"));
+  // Only MusicBrainz knows releases by barcode and catalogue number.
+  const auto siteChanged = [this] {
+    searchBy_->setEnabled(sites_->currentIndex() == 1);
+    if (!searchBy_->isEnabled()) searchBy_->setCurrentIndex(0);
+  };
+  siteChanged();
+  connect(sites_, &QComboBox::currentIndexChanged, this, siteChanged);
   field_->setPlaceholderText(tr("Artist and title, a disc identifier, or a result page address"));
   auto* find = new QPushButton(tr("Search"), this);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
@@ -44,6 +56,7 @@ InternetSearchDialog::InternetSearchDialog(Freedb& freedb, MusicBrainz& musicBra
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   auto* row = new QHBoxLayout;
   row->addWidget(sites_);
+  row->addWidget(searchBy_);
   row->addWidget(field_);
   row->addWidget(find);
   auto* layout = new QVBoxLayout(this);
@@ -62,12 +75,11 @@ void InternetSearchDialog::search() {
   const QString text = field_->text().trimmed();
   if (text.isEmpty()) return;
   results_->clear();
-  status_->setText(tr("Searching…"));
   QPointer<InternetSearchDialog> self(this);
   if (sites_->currentIndex() == 1) {
-    static const QRegularExpression discIdentifier(QStringLiteral("^[A-Za-z0-9._]{27}-$"));
-    const QVariantMap request = discIdentifier.match(text).hasMatch() ? QVariantMap{{CdKeys::musicBrainzDiscID, text}}
-                                                                      : QVariantMap{{QStringLiteral("keyword"), text}};
+    const QVariantMap request = musicBrainzRequest(text);
+    if (request.isEmpty()) return;
+    status_->setText(tr("Searching…"));
     musicBrainz_.searchFor(request, [self](int count, MusicBrainz& site) {
       if (!self) return;
       self->searchReturned(count, site.resultsTitles());
@@ -75,6 +87,7 @@ void InternetSearchDialog::search() {
     });
     return;
   }
+  status_->setText(tr("Searching…"));
   static const QRegularExpression identifier(QStringLiteral("^[0-9a-fA-F]{8}$"));
   const QVariantMap request = identifier.match(text).hasMatch() ? QVariantMap{{CdKeys::discID, text}}
                                                                 : QVariantMap{{QStringLiteral("keyword"), text}};
@@ -84,6 +97,37 @@ void InternetSearchDialog::search() {
     if (count == 0 && site.serverUnreachable())
       self->status_->setText(tr("The server could not be reached. Check the connection and the CDDB server in Preferences."));
   });
+}
+
+QVariantMap InternetSearchDialog::musicBrainzRequest(const QString& text) {
+  switch (searchBy_->currentIndex()) {
+    case 1:
+      // A mistyped code is said here, not sent: the site would only answer that it knows none.
+      switch (Barcode::check(text)) {
+        case Barcode::Check::Valid:
+          return {{CdKeys::upc, Barcode::digits(text)}};
+        case Barcode::Check::NotDigits:
+          status_->setText(tr("A barcode holds only digits."));
+          return {};
+        case Barcode::Check::WrongLength:
+          status_->setText(tr("A barcode has 8, 12 or 13 digits (EAN-8, UPC-A or EAN-13)."));
+          return {};
+        case Barcode::Check::WrongCheckDigit: {
+          const QString code = Barcode::digits(text);
+          status_->setText(tr("The last digit of this barcode should be %1: check the code.")
+                               .arg(Barcode::checkDigitFor(code.chopped(1))));
+          return {};
+        }
+      }
+      return {};
+    case 2:
+      return {{CdKeys::catalogNumber, text}};
+    default: {
+      static const QRegularExpression discIdentifier(QStringLiteral("^[A-Za-z0-9._]{27}-$"));
+      return discIdentifier.match(text).hasMatch() ? QVariantMap{{CdKeys::musicBrainzDiscID, text}}
+                                                   : QVariantMap{{QStringLiteral("keyword"), text}};
+    }
+  }
 }
 
 void InternetSearchDialog::searchReturned(int count, const QStringList& titles) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QVariantMap>
 
 class Freedb;
 class MusicBrainz;
@@ -11,8 +12,8 @@ class QListWidget;
 class SitePlugin;
 
 // The internet search panel of the web database ("Freedb") and of MusicBrainz: words (or a
-// disc identifier, or a pasted result-page address) in, the chosen site's results listed, one
-// chosen.
+// disc identifier, or a pasted result-page address; for MusicBrainz also a barcode or a
+// catalogue number) in, the chosen site's results listed, one chosen.
 class InternetSearchDialog : public QDialog {
   Q_OBJECT
  public:
@@ -25,6 +26,9 @@ class InternetSearchDialog : public QDialog {
   SitePlugin& chosenSite() const;
   QLineEdit* field() const { return field_; }
   QComboBox* sites() const { return sites_; }
+  // What the field holds for MusicBrainz: words (or a disc identifier), a barcode or a catalogue
+  // number, in that order.
+  QComboBox* searchBy() const { return searchBy_; }
   QListWidget* results() const { return results_; }
   // What the search came to: searching, the number of results, none, or no answer.
   QLabel* status() const { return status_; }
@@ -34,10 +38,14 @@ class InternetSearchDialog : public QDialog {
 
  private:
   void searchReturned(int count, const QStringList& titles);
+  // The MusicBrainz request for the field's text; empty when the text cannot be one (the status
+  // then says why).
+  QVariantMap musicBrainzRequest(const QString& text);
 
   Freedb& freedb_;
   MusicBrainz& musicBrainz_;
   QComboBox* sites_;
+  QComboBox* searchBy_;
   QLineEdit* field_;
   QListWidget* results_;
   QLabel* status_;

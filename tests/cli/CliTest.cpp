@@ -182,13 +182,13 @@ TEST_F(CliTest, SettingsFieldsAndSearchTypesAnswerInJson) {
   EXPECT_EQ(discary({"settings", "get", "CellSize"}).out.trimmed(), "150");
 
   const QJsonArray fields = discary({"--json", "fields"}).json().toArray();
-  ASSERT_EQ(fields.size(), 56);
+  ASSERT_EQ(fields.size(), 58);
   const QJsonObject duration = fields[13].toObject();
   EXPECT_EQ(duration["identifier"].toString(), "duration");
   EXPECT_EQ(duration["columnType"].toInt(), 7);
   EXPECT_EQ(duration["numberColumnType"].toInt(), 5);
   EXPECT_EQ(duration["width"].toDouble(), 40);
-  const QJsonObject tag2 = fields[51].toObject();
+  const QJsonObject tag2 = fields[53].toObject();
   EXPECT_EQ(tag2["identifier"].toString(), "customTag2");
   EXPECT_TRUE(tag2["isOff"].toBool());
   EXPECT_EQ(tag2["location"].toString(), "extra");
@@ -267,6 +267,66 @@ TEST_F(CliTest, AnOlderCatalogueIsUpgradedByTheFirstCommandAndKeepsItsEntries) {
   EXPECT_FALSE(entry.contains("musicBrainzDiscID"));  // set only when known
   EXPECT_EQ(entry["tracks"].toArray()[0].toObject()["name"].toString(), "So What");
   EXPECT_EQ(entry["collections"].toArray(), QJsonArray{"Jazz"});
+}
+
+TEST_F(CliTest, ACollectionExportOfTheSiteImportsOnceIntoItsFolders) {
+  const QString csv = QStringLiteral(DISCARY_TEST_DATA "/import/discogs-collection_qr-recordlabels_example.csv");
+  Outcome imported = discary({"--json", "import", csv});
+  ASSERT_EQ(imported.status, 0) << imported.err.constData();
+  EXPECT_EQ(imported.object()["entries"].toArray().size(), 24);
+  EXPECT_EQ(imported.object()["collections"].toArray(), QJsonArray{"verkoop"});
+
+  const QJsonArray listed = discary({"--json", "list", "--collection", "verkoop"}).json().toArray();
+  ASSERT_EQ(listed.size(), 24);
+  QJsonObject silentKnight;
+  for (const QJsonValue& e : listed)
+    if (e.toObject()["title"] == "Silent Knight") silentKnight = e.toObject();
+  EXPECT_EQ(silentKnight["artist"].toString(), "Saga");
+  EXPECT_EQ(silentKnight["label"].toString(), "Bon Aire");
+  EXPECT_EQ(silentKnight["catalogNumber"].toString(), "258 162, 258162-222");
+  EXPECT_EQ(silentKnight["format"].toString(), "CD, Album, RE");
+  EXPECT_EQ(silentKnight["dateAdded"].toString(), "2017-06-19T03:29:31Z");
+  EXPECT_EQ(silentKnight["discogsReleaseID"].toString(), "1136064");
+  EXPECT_EQ(silentKnight["links"].toArray()[0].toObject()["url"].toString(), "https://www.discogs.com/release/1136064");
+
+  // Again: nothing new, the folder's collection is the same one.
+  Outcome again = discary({"--json", "import", csv});
+  ASSERT_EQ(again.status, 0) << again.err.constData();
+  EXPECT_TRUE(again.object()["entries"].toArray().isEmpty());
+  const QJsonArray collections = discary({"--json", "collections"}).json().toArray();
+  int verkoop = 0;
+  for (const QJsonValue& c : collections)
+    if (c.toObject()["name"] == "verkoop") verkoop = c.toObject()["count"].toInt();
+  EXPECT_EQ(verkoop, 24);
+  EXPECT_EQ(collections.size(), 3);  // borrowed, wish list, verkoop
+
+  // A file that is empty is no export at all.
+  QFile empty(dir.filePath("empty.csv"));
+  ASSERT_TRUE(empty.open(QIODevice::WriteOnly));
+  empty.close();
+  EXPECT_EQ(discary({"import", empty.fileName()}).status, 1);
+}
+
+TEST_F(CliTest, OverdueLoansByTheInjectedClock) {
+  ASSERT_EQ(discary({"add", "title=Upstairs", "status=1", "borrowedBy=Ann", "dueDate=2026-03-09"}).status, 0);
+  ASSERT_EQ(discary({"add", "title=Bitches Brew", "status=1", "dueDate=2026-03-10"}).status, 0);
+  ASSERT_EQ(discary({"add", "title=Zen Arcade", "status=0", "dueDate=2026-03-01"}).status, 0);
+  cli.environment.insert("DISCARY_NOW", "2026-03-10T09:00:00Z");
+  Outcome overdue = discary({"--json", "list", "--overdue"});
+  ASSERT_EQ(overdue.status, 0) << overdue.err.constData();
+  ASSERT_EQ(overdue.json().toArray().size(), 1);
+  EXPECT_EQ(overdue.json().toArray()[0].toObject()["title"].toString(), "Upstairs");
+  // The borrowed collection puts the late loan before the one due today.
+  const QJsonArray borrowed = discary({"--json", "list", "--collection", "Borrowed"}).json().toArray();
+  ASSERT_EQ(borrowed.size(), 2);
+  EXPECT_EQ(borrowed[0].toObject()["title"].toString(), "Upstairs");
+
+  cli.environment.insert("DISCARY_NOW", "2026-03-11T09:00:00Z");
+  Outcome later = discary({"list", "--overdue", "--columns", "title,borrowedBy"});
+  EXPECT_TRUE(later.out.contains("Upstairs") && later.out.contains("Bitches Brew")) << later.out.constData();
+  EXPECT_FALSE(later.out.contains("Zen Arcade"));
+  cli.environment.insert("DISCARY_NOW", "2026-03-01T09:00:00Z");
+  EXPECT_TRUE(discary({"--json", "list", "--overdue"}).json().toArray().isEmpty());
 }
 
 TEST_F(CliTest, PrintListsTheLayoutsAndPrintsCollectionsToPdf) {

@@ -135,6 +135,17 @@ TEST_F(DiscCliTest, theDefaultSourcesAskMusicBrainzFirstAndEachCanBeChosenAlone)
   EXPECT_EQ(search.object()["titles"].toArray().size(), 2);
   EXPECT_TRUE(QUrl::fromPercentEncoding(musicBrainz.requests().last().path).contains("barcode:\"0123456789012\""));
   EXPECT_EQ(discary({"websearch", "--barcode", "1"}).status, 2);  // freedb has no barcodes
+  // A code whose check digit is wrong is not sent; one written in groups is sent as its digits.
+  const qsizetype asked = musicBrainz.requests().size();
+  const Outcome mistyped = discary({"--musicbrainz-server", musicBrainz.root(), "websearch", "--site", "musicbrainz",
+                                    "--barcode", "0123456789013"});
+  EXPECT_EQ(mistyped.status, 2);
+  EXPECT_TRUE(mistyped.err.contains("check digit is 3, the other digits call for 2")) << mistyped.err.constData();
+  EXPECT_EQ(musicBrainz.requests().size(), asked);
+  const Outcome grouped = discary({"--json", "--musicbrainz-server", musicBrainz.root(), "websearch", "--site",
+                                   "musicbrainz", "--barcode", "0 12345 67890 12"});
+  EXPECT_EQ(grouped.status, 0) << grouped.err.constData();
+  EXPECT_TRUE(QUrl::fromPercentEncoding(musicBrainz.requests().last().path).contains("barcode:\"0123456789012\""));
   EXPECT_EQ(discary({"websearch", "--site", "elsewhere", "--keyword", "x"}).status, 2);
 
   // The scan adds the entry with its cover, saved: another command reads it back.

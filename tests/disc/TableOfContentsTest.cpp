@@ -1,3 +1,4 @@
+#include "Barcode.h"
 #include "DiscDrive.h"
 #include "PropertyListReader.h"
 #include "TableOfContents.h"
@@ -113,6 +114,41 @@ TEST(TableOfContents, refusesHostileDictionariesInsteadOfReadingPastThem) {
     s[QStringLiteral("Track Array")] = many;
     s[QStringLiteral("Last Track")] = 5000;
   }));
+}
+
+TEST(Barcode, checkDigitsOfEan8UpcAAndEan13) {
+  using C = Barcode::Check;
+  // Codes from real sleeves: EAN-13, UPC-A, EAN-8, and an EAN-13 written in groups.
+  for (const char* good : {"4006381333931", "036000291452", "96385074", "0 75678 05062 6", "5-099750-442227"})
+    EXPECT_EQ(Barcode::check(good), C::Valid) << good;
+  EXPECT_EQ(Barcode::check("4006381333932"), C::WrongCheckDigit);
+  EXPECT_EQ(Barcode::check("036000291453"), C::WrongCheckDigit);
+  EXPECT_EQ(Barcode::check("96385075"), C::WrongCheckDigit);
+  EXPECT_EQ(Barcode::check("12345"), C::WrongLength);
+  EXPECT_EQ(Barcode::check(""), C::WrongLength);
+  EXPECT_EQ(Barcode::check("40063813339X1"), C::NotDigits);
+  EXPECT_EQ(Barcode::check("４００６３８１３３３９３１"), C::NotDigits);  // full-width digits are not on sleeves
+  EXPECT_EQ(Barcode::digits(" 0 75678-05062 4 "), "075678050624");
+  EXPECT_EQ(Barcode::problem("4006381333932"),
+            "'4006381333932' is not a valid barcode: its check digit is 2, the other digits call for 1");
+  EXPECT_TRUE(Barcode::problem("4006381333931").isEmpty());
+}
+
+TEST(TableOfContents, keepsTheDiscsCatalogueNumberOnlyWhenItIsABarcode) {
+  QVariantMap dictionary = toc(1000, {150, 500}).dictionary();
+  for (const auto& [given, kept] : std::vector<std::pair<QVariant, QString>>{{"4006381333931", "4006381333931"},
+                                                                             {"0000000000000", ""},
+                                                                             {"4006381333932", ""},
+                                                                             {"400638133393", ""},
+                                                                             {QVariantList{1, 2}, ""}}) {
+    dictionary[TableOfContents::mediaCatalogNumberKey] = given;
+    const auto read = TableOfContents::fromDictionary(dictionary);
+    ASSERT_TRUE(read);  // the table of contents itself is good either way
+    EXPECT_EQ(read->mediaCatalogNumber, kept) << qPrintable(given.toString());
+  }
+  TableOfContents withNumber = toc(1000, {150, 500});
+  withNumber.mediaCatalogNumber = "4006381333931";
+  EXPECT_EQ(TableOfContents::fromDictionary(withNumber.dictionary())->mediaCatalogNumber, "4006381333931");
 }
 
 TEST(PropertyListReader, readsNothingFromBrokenOrForeignFiles) {

@@ -473,9 +473,10 @@ TEST_F(StoreTest, AVersion5CatalogueIsUpgradedWholeToTheLayoutOfANewOne) {
     EXPECT_TRUE(ella->setValue("barcodeSource", "sleeve"));
     ASSERT_TRUE(store.save());
   }
-  EXPECT_EQ(versionOf(path()), 7);
+  EXPECT_EQ(versionOf(path()), 8);
   EXPECT_EQ(versionOf(path() + ".version5"), 5);
   EXPECT_EQ(versionOf(path() + ".version6"), 6);
+  EXPECT_EQ(versionOf(path() + ".version7"), 7);
   {
     Store again;
     ASSERT_TRUE(again.open(path()).ok());
@@ -511,6 +512,36 @@ TEST_F(StoreTest, AVersion5CatalogueIsUpgradedWholeToTheLayoutOfANewOne) {
   }
   EXPECT_EQ(layoutOf(six), created);
   EXPECT_EQ(versionOf(six + ".version6"), 6);
+
+  // And one as version 7 shipped gains the copy's conditions and its release on the database.
+  const QString seven = dir.filePath("Seven.sqlite");
+  {
+    SqliteDatabase db;
+    ASSERT_TRUE(db.open(seven, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE));
+    for (const QString& sql : StoreSchema::version7CreateStatements() +
+                                  QStringList{"INSERT INTO entries(uid,title,releaseID) VALUES(7,'Seven','mb-7')",
+                                              "PRAGMA user_version=7"})
+      ASSERT_TRUE(db.exec(sql)) << qPrintable(sql);
+  }
+  {
+    Store store;
+    ASSERT_TRUE(store.open(seven).ok());
+    Entry* entry = store.entryWithUID(7);
+    EXPECT_EQ(entry->stringValue("releaseID"), "mb-7");
+    EXPECT_FALSE(entry->value("mediaCondition").isValid());
+    EXPECT_TRUE(entry->setValue("mediaCondition", "Very Good Plus (VG+)"));
+    EXPECT_TRUE(entry->setValue("discogsReleaseID", "4620147"));
+    ASSERT_TRUE(store.save());
+  }
+  EXPECT_EQ(layoutOf(seven), created);
+  EXPECT_EQ(versionOf(seven), 8);
+  EXPECT_EQ(versionOf(seven + ".version7"), 7);
+  {
+    Store store;
+    ASSERT_TRUE(store.open(seven).ok());
+    EXPECT_EQ(store.entryWithUID(7)->stringValue("mediaCondition"), "Very Good Plus (VG+)");
+    EXPECT_EQ(store.entryWithUID(7)->stringValue("discogsReleaseID"), "4620147");
+  }
 }
 
 TEST_F(StoreTest, AnUpgradeThatCannotBeMadeLosesNothing) {
@@ -568,7 +599,7 @@ TEST_F(StoreTest, FilesThatAreNotCataloguesAreRefusedAndLeftAlone) {
   sqlite3_exec(db, "CREATE TABLE songs(x)", nullptr, nullptr, nullptr);
   sqlite3_close(db);
   sqlite3_open(newer.toUtf8().constData(), &db);
-  sqlite3_exec(db, "CREATE TABLE entries(uid); PRAGMA user_version=8", nullptr, nullptr, nullptr);
+  sqlite3_exec(db, "CREATE TABLE entries(uid); PRAGMA user_version=9", nullptr, nullptr, nullptr);
   sqlite3_close(db);
 
   const struct {
@@ -590,8 +621,8 @@ TEST_F(StoreTest, FilesThatAreNotCataloguesAreRefusedAndLeftAlone) {
     }
     if (c.path == newer) {
       EXPECT_TRUE(
-          result.message.endsWith("was written by a newer version of Discary (catalogue version 8); this "
-                                  "version reads up to catalogue version 7."))
+          result.message.endsWith("was written by a newer version of Discary (catalogue version 9); this "
+                                  "version reads up to catalogue version 8."))
           << qPrintable(result.message);
     }
   }

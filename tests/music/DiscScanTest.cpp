@@ -163,6 +163,34 @@ TEST_F(DiscScanTest, fillInformationFromCdAccumulatesTheIdentifiersOfSeveralDisc
   EXPECT_EQ(controller->addPanel().valueForKey("discID").toString(), QStringLiteral("6a09f20a, 9d09130b"));
 }
 
+TEST_F(DiscScanTest, theDiscsOwnCatalogueNumberBecomesTheEntrysBarcode) {
+  // A disc in the drive (no volume) whose subchannel holds the release's EAN-13.
+  QVariantMap drive = *platform.propertyListDictionary(data + "derived_6a09f20a_10tracks.TOC.plist");
+  drive["Media Catalog Number"] = "4006381333931";
+  platform.drive = drive;
+  settings.setObject(SettingsKeys::firstResultAdd, true);
+  controller->scanDisc();
+  ASSERT_EQ(controller->managedObjectContext().entries().size(), 1u);
+  Entry* added = controller->managedObjectContext().entries().front();
+  EXPECT_EQ(added->stringValue("title"), QStringLiteral("Chagall Guevara"));
+  EXPECT_EQ(added->stringValue("upc"), QStringLiteral("4006381333931"));
+  EXPECT_EQ(added->stringValue("barcodeSource"), QStringLiteral("Disc"));
+
+  // No match: the manual entry gets it too. A disc of zeros, or a misread code, gives none.
+  server.queryReply = "202 No match found\n";
+  windowSystem.alertAnswers = {1};
+  controller->scanDisc();
+  EXPECT_EQ(controller->addPanel().valueForKey("upc").toString(), QStringLiteral("4006381333931"));
+  for (const char* unusable : {"0000000000000", "4006381333932"}) {
+    drive["Media Catalog Number"] = unusable;
+    platform.drive = drive;
+    controller->addPanel().clear();
+    controller->fillInformationFromCD();
+    EXPECT_EQ(controller->addPanel().valueForKey("discID").toString(), QStringLiteral("6a09f20a"));
+    EXPECT_TRUE(controller->addPanel().valueForKey("upc").toString().isEmpty()) << unusable;
+  }
+}
+
 TEST_F(DiscScanTest, tracksAddedByHandAreNamedByTheirPlaceUnlessNamedAlready) {
   platform.volumes = {volume.path()};
   controller->addPanel().trackData().setTracks({QVariantMap{{"name", "Intro"}}, QVariantMap{}});

@@ -76,9 +76,10 @@ TEST(MigrationTest, Version4CatalogueGainsTrackCountsAndFormatAndKeepsItsData) {
 
   }
   // Through the whole chain, a copy kept before each step.
-  EXPECT_EQ(versionOf(path), 7);
+  EXPECT_EQ(versionOf(path), 8);
   EXPECT_EQ(versionOf(path + ".version5"), 5);
   EXPECT_EQ(versionOf(path + ".version6"), 6);
+  EXPECT_EQ(versionOf(path + ".version7"), 7);
   // A second open finds the current version and changes nothing more.
   Store again;
   ASSERT_TRUE(again.open(path).ok());
@@ -166,7 +167,7 @@ TEST(MigrationTest, AChainStoppedHalfWayKeepsTheStepsItMadeAndGoesOnLater) {
   ASSERT_NE(store.entryWithUID(1), nullptr);
   EXPECT_EQ(store.entryWithUID(1)->value("numberOfTracks").toString(), "3");
   EXPECT_EQ(store.entryWithUID(1)->tracksSortedByPosition().size(), 3u);
-  EXPECT_EQ(versionOf(path), 7);
+  EXPECT_EQ(versionOf(path), 8);
 }
 
 TEST(MigrationTest, PolicyWritesNothingWhenTheInheritedStepFails) {

@@ -83,7 +83,8 @@ TEST_F(MyFieldsControllerTest, AllFieldsAreTheCatalogueInOrderWithTheirFlagsAndE
       {"dueDate", Extra | Off, FieldTypeDate},                {"purchasedAt", Extra, FieldTypeComboBox},
       {"purchasedOn", Extra, FieldTypeDate},                  {"paid", Extra, FieldTypeText},
       {"lastPlayed", Extra, FieldTypeDate},                   {"location", Extra, FieldTypeComboBox},
-      {"collectionID", Extra, FieldTypeText},                 {"dateAdded", Extra, FieldTypeDate},
+      {"collectionID", Extra, FieldTypeText},                 {"mediaCondition", Extra, FieldTypeComboBox},
+      {"sleeveCondition", Extra, FieldTypeComboBox},          {"dateAdded", Extra, FieldTypeDate},
       {"custom1", Extra, FieldTypeComboBox},                  {"custom2", Extra, FieldTypeComboBox},
       {"custom3", Extra | Off, FieldTypeComboBox},            {"custom4", Extra | Off, FieldTypeComboBox},
       {"custom5", Extra | Off, FieldTypeComboBox},            {"custom6", Extra | Off, FieldTypeComboBox},
@@ -97,8 +98,8 @@ TEST_F(MyFieldsControllerTest, AllFieldsAreTheCatalogueInOrderWithTheirFlagsAndE
   };
 
   const QVariantList fields = controller.allFields();
-  ASSERT_EQ(fields.size(), 56);
-  ASSERT_EQ(std::size(expected), 56u);
+  ASSERT_EQ(fields.size(), 58);
+  ASSERT_EQ(std::size(expected), 58u);
   for (qsizetype i = 0; i < fields.size(); ++i) {
     const auto& row = expected[i];
     SCOPED_TRACE(row.identifier);
@@ -176,7 +177,7 @@ TEST_F(MyFieldsControllerTest, SmartCollectionFieldsAddKeyPathsToTheFieldsInUse)
   const QVariantList fields = controller.smartCollectionFields();
   const QStringList identifiers = identifiersOf(fields);
 
-  EXPECT_EQ(identifiers.size(), 56 + 14);
+  EXPECT_EQ(identifiers.size(), 58 + 14);
   for (const QVariant& field : controller.allFields()) EXPECT_TRUE(identifiers.contains(identifierOf(field)));
   for (const char* added :
        {"tracksSet.artist", "tracksSet.composer", "linksSet.type", "linksSet.url", "myRating", "dogTag"})
@@ -193,7 +194,7 @@ TEST_F(MyFieldsControllerTest, ColumnFieldsLeaveOutSwitchedOffFields) {
 
   QVariantList fields = controller.columnFields();
   QStringList identifiers = identifiersOf(fields);
-  EXPECT_EQ(identifiers.size(), 56 - 18 + 6);
+  EXPECT_EQ(identifiers.size(), 58 - 18 + 6);
   for (const QString& identifier : columnOnly)
     EXPECT_TRUE(identifiers.contains(identifier)) << identifier.toStdString();
   for (const char* off : {"sortTitle", "discID", "dueDate", "custom3", "customText2"})
@@ -417,6 +418,8 @@ paid 1 7 5 55 P--CS- Paid [1|2|7|✓|x|4 Mar 1999]
 lastPlayed 5 1 1 80 P--CS- Last Played [1|2|7|✓|x|4 Mar 1999]
 location 3 7 7 100 PF-CSU Location [1|2|7|✓|x|4 Mar 1999]
 collectionID 1 7 7 55 P--CS- Collection ID [1|2|7|✓|x|4 Mar 1999]
+mediaCondition 3 7 7 100 ---CSU Media Condition [1|2|7|✓|x|4 Mar 1999]
+sleeveCondition 3 7 7 100 ---CSU Sleeve Condition [1|2|7|✓|x|4 Mar 1999]
 dateAdded 5 1 1 80 P--CS- Date Added [1|2|7|✓|x|4 Mar 1999]
 custom1 3 7 7 100 -F-CSU Custom 1 [1|2|7|✓|x|4 Mar 1999]
 custom2 3 7 7 100 -F-CSU Custom 2 [1|2|7|✓|x|4 Mar 1999]
@@ -484,8 +487,8 @@ noSuchField 1 7 7 100 ------ noSuchField [1|2|7|✓|x|4 Mar 1999]
 personal addressBookID,borrowedBy,borrowedOn,collectionID,comments,dateAdded,dateEdited,dueDate,extraData,hasMovieLink,itunes,lastPlayed,lastUsedCount,lastUsed,lentHistory,links,location,lowestNewPrice,lowestUsedPrice,paid,purchasedOn,purchasedAt,rating,sortTitle,status,tags,uid,uploaded,url,onSale,hasBeenSold,soldOn,askingPrice,buyerAddress,buyerEmail,buyerName,placedForSaleAt,soldPrice,sortArtist
 fullscreen title,artist,composer,label,conductor,genre,duration,releaseDate,awards,location,collectionNames,custom1,custom2,summary
 rss artist,label,composer,genre,duration,price
-columns arrangedBy,artist,awards,borrowedBy,borrowedOn,collectionID,collectionNames,comments,composer,conductor,custom1,custom2,customCheckbox1,customDate1,customTag1,customText1,dateAdded,dateEdited,discs,dogTag,duration,format,genre,label,lastPlayed,location,mixedBy,myRating,numberOfTracks,originalReleaseDate,paid,price,producer,purchasedAt,purchasedOn,rating,releaseDate,statusImage,summary,tags,lastUsedCount,title,upc,url
-smart arrangedBy,artist,asin,awards,borrowedBy,borrowedOn,catalogNumber,collectionID,collections,comments,composer,conductor,custom1,custom10,custom2,custom3,custom4,custom5,custom6,custom7,custom8,custom9,customCheckbox1,customCheckbox2,customDate1,customDate2,customTag1,customTag2,customText1,customText2,dateAdded,dateEdited,discID,discs,dogTag,dueDate,duration,format,genre,hasCoverImage,label,lastPlayed,linksSet.url,linksSet.type,linksSet,lentHistorySet,location,mixedBy,myRating,numberOfTracks,originalReleaseDate,paid,price,producer,purchasedAt,purchasedOn,rating,releaseDate,sortArtist,sortTitle,summary,tags,lastUsedCount,title,tracksSet.artist,tracksSet.composer,tracksSet,upc,url,lastUsedSet)").split(u'\n');
+columns arrangedBy,artist,awards,borrowedBy,borrowedOn,collectionID,collectionNames,comments,composer,conductor,custom1,custom2,customCheckbox1,customDate1,customTag1,customText1,dateAdded,dateEdited,discs,dogTag,duration,format,genre,label,lastPlayed,location,mediaCondition,mixedBy,myRating,numberOfTracks,originalReleaseDate,paid,price,producer,purchasedAt,purchasedOn,rating,releaseDate,sleeveCondition,statusImage,summary,tags,lastUsedCount,title,upc,url
+smart arrangedBy,artist,asin,awards,borrowedBy,borrowedOn,catalogNumber,collectionID,collections,comments,composer,conductor,custom1,custom10,custom2,custom3,custom4,custom5,custom6,custom7,custom8,custom9,customCheckbox1,customCheckbox2,customDate1,customDate2,customTag1,customTag2,customText1,customText2,dateAdded,dateEdited,discID,discs,dogTag,dueDate,duration,format,genre,hasCoverImage,label,lastPlayed,linksSet.url,linksSet.type,linksSet,lentHistorySet,location,mediaCondition,mixedBy,myRating,numberOfTracks,originalReleaseDate,paid,price,producer,purchasedAt,purchasedOn,rating,releaseDate,sleeveCondition,sortArtist,sortTitle,summary,tags,lastUsedCount,title,tracksSet.artist,tracksSet.composer,tracksSet,upc,url,lastUsedSet)").split(u'\n');
   ASSERT_EQ(lines.size(), expected.size());
   for (qsizetype i = 0; i < lines.size(); ++i) EXPECT_EQ(lines[i], expected[i]);
 }

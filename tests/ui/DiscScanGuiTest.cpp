@@ -30,6 +30,7 @@
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QUrl>
 #include <gtest/gtest.h>
 
 namespace {
@@ -233,6 +234,34 @@ TEST_F(DiscScanGuiTest, theInternetSearchPanelSearchesMusicBrainzAndPreferencesO
   EXPECT_EQ(site, QStringLiteral("MusicBrainz"));
   EXPECT_EQ(listed.size(), 2);
   EXPECT_EQ(shownLabel, QStringLiteral("Example Records"));
+}
+
+TEST_F(DiscScanGuiTest, theInternetSearchPanelChecksABarcodeBeforeAskingMusicBrainz) {
+  InternetSearchDialog dialog(controller->freedb(), controller->musicBrainz(), true);
+  ASSERT_TRUE(dialog.searchBy()->isEnabled());
+  dialog.searchBy()->setCurrentIndex(1);
+  dialog.field()->setText("0123456789013");
+  const qsizetype asked = musicBrainz.requests().size();
+  dialog.search();
+  EXPECT_EQ(dialog.status()->text(), QStringLiteral("The last digit of this barcode should be 2: check the code."));
+  EXPECT_EQ(musicBrainz.requests().size(), asked);
+  dialog.field()->setText("12345");
+  dialog.search();
+  EXPECT_TRUE(dialog.status()->text().startsWith("A barcode has 8, 12 or 13 digits"));
+
+  dialog.field()->setText("0 123456 789012");
+  dialog.search();
+  EXPECT_EQ(dialog.results()->count(), 2);
+  EXPECT_TRUE(QUrl::fromPercentEncoding(musicBrainz.requests().last().path).contains("barcode:\"0123456789012\""));
+  dialog.searchBy()->setCurrentIndex(2);
+  dialog.field()->setText("EX 001");
+  dialog.search();
+  EXPECT_TRUE(QUrl::fromPercentEncoding(musicBrainz.requests().last().path).contains("catno:\"EX 001\""));
+
+  // The web database knows neither.
+  dialog.sites()->setCurrentIndex(0);
+  EXPECT_FALSE(dialog.searchBy()->isEnabled());
+  EXPECT_EQ(dialog.searchBy()->currentIndex(), 0);
 }
 
 TEST_F(DiscScanGuiTest, ejectIsOfferedOnlyWithADiscToEject) {

@@ -1,3 +1,4 @@
+#include "Clock.h"
 #include "CollectionsPanel.h"
 #include "CoverWell.h"
 #include "Entry.h"
@@ -247,6 +248,32 @@ TEST_F(MainWindowTest, TheStatusColumnHasADotOfItsOwnColourForLentOutAndWanted) 
   EXPECT_EQ(colours["Wish"].value<QColor>(), StatusImage::colour(2));
   EXPECT_NE(StatusImage::colour(1), StatusImage::colour(2));
   EXPECT_FALSE(colours["Owned"].isValid());
+}
+
+TEST_F(MainWindowTest, TheBorrowedCollectionShowsOverdueLoansFirstAndInRed) {
+  // "Now" is the clock the tests set, not the day the test runs.
+  qputenv(Clock::overrideVariable, "2026-03-10T09:00:00Z");
+  const auto day = [](int d) { return QDateTime(QDate(2026, 3, d), QTime(12, 0), Qt::UTC); };
+  add({{"title", "Aja"}, {"status", 1}, {"borrowedBy", "Ann"}, {"dueDate", day(9)}});
+  add({{"title", "Bitches Brew"}, {"status", 1}, {"dueDate", day(10)}});  // due today: not late
+  add({{"title", "Zen Arcade"}, {"status", 1}, {"dueDate", day(1)}});
+  add({{"title", "Returned"}, {"status", 0}, {"dueDate", day(1)}});
+  MainWindow window(*controller, windowSystem);
+  window.collectionsPanel()->selectCollection(controller->collections().borrowedCollection());
+  // Late loans first, each part by title.
+  EXPECT_EQ(shownTitles(window), (QStringList{"Aja", "Zen Arcade", "Bitches Brew", "Blue Train"}));
+  EntryTableModel& list = *window.listModel();
+  const int title = int(list.columns().indexOf("title"));
+  EXPECT_EQ(list.data(list.index(0, title), Qt::ForegroundRole).value<QColor>(), EntryTableModel::overdueColour);
+  EXPECT_TRUE(list.data(list.index(0, title), Qt::ToolTipRole).toString().startsWith("Overdue: due back on 9 Mar 2026"));
+  EXPECT_FALSE(list.data(list.index(2, title), Qt::ForegroundRole).isValid());
+
+  // A week on, the loan due "today" is late too.
+  qputenv(Clock::overrideVariable, "2026-03-17T09:00:00Z");
+  window.collectionsPanel()->selectCollection(nullptr);
+  window.collectionsPanel()->selectCollection(controller->collections().borrowedCollection());
+  EXPECT_EQ(shownTitles(window), (QStringList{"Aja", "Bitches Brew", "Zen Arcade", "Blue Train"}));
+  qunsetenv(Clock::overrideVariable);
 }
 
 TEST_F(MainWindowTest, PrintsTheShownCollectionToPdf) {
