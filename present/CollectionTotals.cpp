@@ -30,19 +30,17 @@ QVariantMap CollectionTotals::totals(const std::vector<Entry*>& entries, bool fo
              spentOn = on(spentSwitch);
   // Money is summed in exact millionths: floating point drifts ("0.1" + "0.2") and overflows to "inf".
   const EntryFigures::Sums sums = figures_.sum(entries);
-  const qint64 borrowed = sums.borrowed, wanted = sums.wanted;
-  const Wide discSum = sums.discs, secondSum = sums.seconds, priceSum = sums.price, paidSum = sums.paid;
-  const qint64 discCount = saturated(discSum), seconds = saturated(secondSum);
+  const qint64 discCount = saturated(sums.discs), seconds = saturated(sums.seconds);
 
   QVariantMap result;
   result[QStringLiteral("totalEntries")] = counted(footer ? shownCount : qsizetype(entries.size()));
-  QString last = counted(borrowed);
+  QString last = counted(sums.borrowed);
   result[QStringLiteral("totalBorrowed")] = last;
-  last = counted(wanted);
+  last = counted(sums.wanted);
   result[QStringLiteral("totalWanted")] = last;
   if (discsOn) result[QStringLiteral("totalDiscs")] = last = counted(discCount);
-  if (valueOn) result[QStringLiteral("totalPrice")] = last = Decimal::fromCompactSum(priceSum).formatted(2);
-  if (spentOn) result[QStringLiteral("totalPaid")] = last = Decimal::fromCompactSum(paidSum).formatted(2);
+  if (valueOn) result[QStringLiteral("totalPrice")] = last = Decimal::fromCompactSum(sums.price).formatted(2);
+  if (spentOn) result[QStringLiteral("totalPaid")] = last = Decimal::fromCompactSum(sums.paid).formatted(2);
   if (durationOn && seconds != 0) {
     const qint64 minutes = seconds / 60;
     const auto span = [&](double amount, const QString& unit) {

@@ -31,6 +31,7 @@ DuplicatesDialog::DuplicatesDialog(MyController& controller, CatalogueHistory& h
   tree_->setAccessibleName(tr("Duplicate groups"));
   tree_->setSelectionMode(QAbstractItemView::ExtendedSelection);
   tree_->setAllColumnsShowFocus(true);
+  tree_->setUniformRowHeights(true);
   merge_ = new QPushButton(tr("&Merge"), this);
   merge_->setObjectName(QStringLiteral("merge"));
   merge_->setAccessibleName(tr("Merge the chosen entries"));
@@ -83,11 +84,14 @@ void DuplicatesDialog::refresh() {
         auto* row = new QTreeWidgetItem(group);
         row->setData(0, uidRole, e->uid());
         for (int c = 0; c < columns.size(); ++c) {
-          row->setText(c, fields.displayStringForValue(columns[c], e->value(columns[c])));
+          // Long texts (comments, notes) on one line: the rows are for comparing.
+          const QString text = fields.displayStringForValue(columns[c], e->value(columns[c]));
+          row->setText(c, text.simplified().left(80));
+          if (text.size() > 80) row->setToolTip(c, text.left(2000));
           if (g.differences.contains(columns[c])) {
             row->setFont(c, marked);
             row->setBackground(c, markedBackground);
-            row->setToolTip(c, tr("Differs within the group"));
+            if (row->toolTip(c).isEmpty()) row->setToolTip(c, tr("Differs within the group"));
           }
         }
       }
@@ -95,8 +99,8 @@ void DuplicatesDialog::refresh() {
     section->setExpanded(true);
     for (int i = 0; i < section->childCount(); ++i) section->child(i)->setExpanded(true);
   };
-  addSection(tr("Same release (%n groups)", nullptr, int(found.same.size())), found.same);
-  addSection(tr("Other editions (%n groups)", nullptr, int(found.editions.size())), found.editions);
+  addSection(tr("Same release (%n group(s))", nullptr, int(found.same.size())), found.same);
+  addSection(tr("Other editions (%n group(s))", nullptr, int(found.editions.size())), found.editions);
   tree_->header()->resizeSections(QHeaderView::ResizeToContents);
   summary_->setText(found.same.empty() && found.editions.empty()
                         ? tr("No duplicates in the catalogue.")

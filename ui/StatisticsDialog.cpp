@@ -33,6 +33,7 @@ StatisticsDialog::StatisticsDialog(MyController& controller, QWidget* parent)
   table_->setHorizontalHeaderLabels({tr("Group"), tr("Entries"), tr("Play Time"), tr("Value")});
   table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
   table_->verticalHeader()->hide();
+  table_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
   table_->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
 
   groupChart_ = new BarChart(Qt::Horizontal);
@@ -52,6 +53,7 @@ StatisticsDialog::StatisticsDialog(MyController& controller, QWidget* parent)
   split->addWidget(table_);
   split->addWidget(scroll);
   split->setStretchFactor(1, 1);
+  split->setSizes({380, 380});
 
   auto* form = new QFormLayout;
   form->addRow(tr("&Group by:"), grouping_);
@@ -63,7 +65,7 @@ StatisticsDialog::StatisticsDialog(MyController& controller, QWidget* parent)
   layout->addWidget(timelineTitle_);
   layout->addWidget(timeline_, 1);
   layout->addWidget(buttons);
-  resize(760, 560);
+  resize(860, 580);
   connect(grouping_, &QComboBox::currentIndexChanged, this, &StatisticsDialog::refresh);
   refresh();
 }
