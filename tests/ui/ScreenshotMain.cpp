@@ -29,6 +29,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QTreeWidget>
 #include <cstdio>
 
 namespace {
@@ -224,7 +225,11 @@ int main(int argc, char** argv) {
       dialog = window.findChild<StatisticsDialog*>();
     } else {
       window.showDuplicates();
-      dialog = window.findChild<DuplicatesDialog*>();
+      auto* duplicates = window.findChild<DuplicatesDialog*>();
+      // The first group chosen, as before a merge.
+      if (QTreeWidgetItem* section = duplicates->tree().topLevelItem(0); section && section->childCount())
+        section->child(0)->setSelected(true);
+      dialog = duplicates;
     }
     QTest::qWait(200);
     return dialog && save(dialog->grab().toImage(), argv[1]) ? 0 : 1;
