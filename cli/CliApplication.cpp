@@ -51,6 +51,8 @@ const QHash<QString, CommandInfo>& commands() {
       {"cddb", {Commands::cddb, false}},
       {"websearch", {Commands::websearch, false}},
       {"scan", {Commands::scan, true}},
+      {"stats", {Commands::stats, true}},
+      {"duplicates", {Commands::duplicates, true}},
   };
   return table;
 }

@@ -31,4 +31,6 @@ int lookupDisc(const CliContext& context, const QStringList& args);
 int cddb(const CliContext& context, const QStringList& args);
 int websearch(const CliContext& context, const QStringList& args);
 int scan(const CliContext& context, const QStringList& args);
+int stats(const CliContext& context, const QStringList& args);
+int duplicates(const CliContext& context, const QStringList& args);
 }  // namespace Commands

@@ -28,31 +28,19 @@ QVariantMap CollectionTotals::totals(const std::vector<Entry*>& entries, bool fo
   const auto on = [&](int position) { return !footer || bottomFields.value(position); };
   const bool discsOn = on(discsSwitch), durationOn = on(durationSwitch), valueOn = on(valueSwitch),
              spentOn = on(spentSwitch);
-  qint64 borrowed = 0, wanted = 0;
-  // No sum of 64-bit figures over any number of entries overflows 128 bits, so the loop checks
-  // nothing and each total saturates once, below. Money is summed in exact millionths: floating
-  // point drifts ("0.1" + "0.2") and overflows to "inf".
-  Wide discSum = 0, secondSum = 0, priceSum = 0, paidSum = 0;
-  for (const Entry* e : entries) {
-    const EntryFigures::Figures& f = figures_.of(*e);
-    borrowed += f.status == 1;
-    wanted += f.status == 2;
-    if (valueOn) priceSum += f.price;
-    if (spentOn) paidSum += f.paid;
-    if (durationOn) secondSum += f.seconds;
-    if (discsOn) discSum += f.discs;
-  }
-  const qint64 discCount = saturated(discSum), seconds = saturated(secondSum);
+  // Money is summed in exact millionths: floating point drifts ("0.1" + "0.2") and overflows to "inf".
+  const EntryFigures::Sums sums = figures_.sum(entries);
+  const qint64 discCount = saturated(sums.discs), seconds = saturated(sums.seconds);
 
   QVariantMap result;
   result[QStringLiteral("totalEntries")] = counted(footer ? shownCount : qsizetype(entries.size()));
-  QString last = counted(borrowed);
+  QString last = counted(sums.borrowed);
   result[QStringLiteral("totalBorrowed")] = last;
-  last = counted(wanted);
+  last = counted(sums.wanted);
   result[QStringLiteral("totalWanted")] = last;
   if (discsOn) result[QStringLiteral("totalDiscs")] = last = counted(discCount);
-  if (valueOn) result[QStringLiteral("totalPrice")] = last = Decimal::fromCompactSum(priceSum).formatted(2);
-  if (spentOn) result[QStringLiteral("totalPaid")] = last = Decimal::fromCompactSum(paidSum).formatted(2);
+  if (valueOn) result[QStringLiteral("totalPrice")] = last = Decimal::fromCompactSum(sums.price).formatted(2);
+  if (spentOn) result[QStringLiteral("totalPaid")] = last = Decimal::fromCompactSum(sums.paid).formatted(2);
   if (durationOn && seconds != 0) {
     const qint64 minutes = seconds / 60;
     const auto span = [&](double amount, const QString& unit) {

@@ -23,6 +23,9 @@ class Decimal {
 
   bool operator==(const Decimal& other) const = default;
 
+  // The nearest double, for machine-readable output.
+  double toDouble() const { return double(millionths_) / 1e6; }
+
   // "#,##0" with that many decimals (at most six), rounded half away from zero: the locale's
   // separators and digits, and U+2212 for minus.
   QString formatted(int decimals) const;

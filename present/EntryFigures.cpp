@@ -40,3 +40,29 @@ const EntryFigures::Figures& EntryFigures::read(const Entry& entry) {
   cached.stamp = entry.stamp();
   return f;
 }
+
+EntryFigures::Sums& EntryFigures::Sums::operator+=(const Sums& other) {
+  entries += other.entries;
+  borrowed += other.borrowed;
+  wanted += other.wanted;
+  discs += other.discs;
+  seconds += other.seconds;
+  price += other.price;
+  paid += other.paid;
+  return *this;
+}
+
+EntryFigures::Sums EntryFigures::sum(const std::vector<Entry*>& entries) {
+  Sums s;
+  s.entries = qint64(entries.size());
+  for (const Entry* e : entries) {
+    const Figures& f = of(*e);
+    s.borrowed += f.status == 1;
+    s.wanted += f.status == 2;
+    s.price += f.price;
+    s.paid += f.paid;
+    s.seconds += f.seconds;
+    s.discs += f.discs;
+  }
+  return s;
+}

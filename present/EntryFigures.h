@@ -18,6 +18,15 @@ class EntryFigures {
     qint8 status = 0;
   };
 
+  // What a set of entries adds up to. No sum of 64-bit figures over any number of entries
+  // overflows 128 bits, so nothing is checked while adding.
+  struct Sums {
+    qint64 entries = 0, borrowed = 0, wanted = 0;
+    __int128 discs = 0, seconds = 0, price = 0, paid = 0;
+    Sums& operator+=(const Sums& other);
+  };
+  Sums sum(const std::vector<Entry*>& entries);
+
   const Figures& of(const Entry& entry) {
     if (entry.serial() < cache_.size())
       if (const Cached& cached = cache_[entry.serial()]; cached.stamp == entry.stamp()) return cached.figures;

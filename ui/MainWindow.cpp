@@ -7,6 +7,7 @@
 #include "Collection.h"
 #include "CollectionsPanel.h"
 #include "CoverWell.h"
+#include "DuplicatesDialog.h"
 #include "Entry.h"
 #include "DiscMenu.h"
 #include "EmptyCatalogueHint.h"
@@ -24,6 +25,7 @@
 #include "QtWindowSystem.h"
 #include "Settings.h"
 #include "SettingsKeys.h"
+#include "StatisticsDialog.h"
 #include "StatusImage.h"
 #include "TrackData.h"
 
@@ -250,6 +252,9 @@ void MainWindow::buildMenus() {
   filterMenu_ = view->addMenu(tr("&Filter"));
   connect(columnsMenu_, &QMenu::aboutToShow, this, &MainWindow::fillColumnsMenu);
   connect(filterMenu_, &QMenu::aboutToShow, this, &MainWindow::fillFilterMenu);
+  view->addSeparator();
+  action(view, tr("&Statistics…"), QKeySequence(), &MainWindow::showStatistics)->setObjectName(QStringLiteral("showStatistics"));
+  action(view, tr("D&uplicates…"), QKeySequence(), &MainWindow::showDuplicates)->setObjectName(QStringLiteral("showDuplicates"));
 
   QMenu* collections = menuBar()->addMenu(tr("C&ollections"));
   action(collections, tr("&New Collection from Selection…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N),
@@ -535,6 +540,27 @@ void MainWindow::dropEvent(QDropEvent* event) {
 void MainWindow::importPaths(const QStringList& paths) {
   importFiles(paths);
   reloadAll();
+}
+
+void MainWindow::showStatistics() {
+  if (!statistics_) statistics_ = new StatisticsDialog(controller_, this);
+  else statistics_->refresh();
+  statistics_->show();
+  statistics_->raise();
+}
+
+void MainWindow::showDuplicates() {
+  if (!duplicates_) {
+    duplicates_ = new DuplicatesDialog(controller_, *history_, this);
+    connect(duplicates_, &DuplicatesDialog::merged, this, [this](qint64 uid) {
+      reloadAll();
+      if (Entry* kept = controller_.managedObjectContext().entryWithUID(uid)) selectEntries({kept});
+    });
+  } else {
+    duplicates_->refresh();
+  }
+  duplicates_->show();
+  duplicates_->raise();
 }
 
 void MainWindow::reloadAll() {

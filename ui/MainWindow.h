@@ -3,9 +3,12 @@
 #include "Store.h"
 
 #include <QMainWindow>
+#include <QPointer>
 
 class CatalogueHistory;
 class CatalogueWatcher;
+class DuplicatesDialog;
+class StatisticsDialog;
 class Collection;
 class QAction;
 class CollectionsPanel;
@@ -55,6 +58,9 @@ class MainWindow : public QMainWindow {
   void selectEntries(const std::vector<Entry*>& entries);
   // After the catalogue changed underneath (another catalogue opened, entries added elsewhere).
   void reloadAll();
+  // View ▸ Statistics and View ▸ Duplicates: one window each, read anew when shown again.
+  void showStatistics();
+  void showDuplicates();
   // What another process saved, shown in place: the list keeps its selection and the row at its
   // top; footer, collections, the entry page and an open editor follow.
   void showOutsideChanges(const Store::OutsideChanges& changes);
@@ -110,6 +116,8 @@ class MainWindow : public QMainWindow {
   MyController& controller_;
   QtWindowSystem& windowSystem_;
   CatalogueHistory* history_;
+  QPointer<StatisticsDialog> statistics_;
+  QPointer<DuplicatesDialog> duplicates_;
   EntryTableModel* model_;
   QTableView* list_;
   CollectionsPanel* collections_;

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTemporaryDir>
@@ -118,6 +119,56 @@ TEST_F(PresentCliTest, ExportWritesAFolderOfPagesWithCovers) {
   EXPECT_TRUE(refused.err.contains("not empty"));
   EXPECT_EQ(QDir(dir.filePath("mine")).entryList(QDir::Files), QStringList{"notes.txt"});
   EXPECT_EQ(QDir(dir.path()).entryList({".discary-export*"}, QDir::AllEntries | QDir::Hidden).size(), 0);
+}
+
+TEST_F(PresentCliTest, StatsGroupAndAgreeWithTheTotals) {
+  ASSERT_EQ(discary({"add", "title=Third", "genre=Jazz, Blues", "price=2.25", "duration=10:00", "--collection", "Shelf"}).status, 0);
+  ASSERT_EQ(discary({"add", "title=Fourth", "genre= Jazz ", "price=1", "duration=0:30"}).status, 0);
+  Outcome stats = discary({"--json", "stats", "--by", "genre"});
+  ASSERT_EQ(stats.status, 0) << stats.err.constData();
+  const QJsonArray groups = stats.json().toArray();
+  ASSERT_EQ(groups.size(), 2);
+  const QJsonObject jazz = groups[0].toObject(), none = groups[1].toObject();
+  EXPECT_EQ(jazz, QJsonObject({{"group", "Jazz"}, {"count", 2}, {"seconds", 630}, {"value", 3.25}}));
+  EXPECT_EQ(none["group"], "(none)");
+  EXPECT_EQ(none["count"], 2);
+  EXPECT_EQ(none.keys(), QStringList({"count", "group", "seconds", "value"}));
+
+  // Genre is the default grouping; a collection narrows it as it narrows the totals.
+  EXPECT_EQ(discary({"--json", "stats"}).json(), stats.json());
+  Outcome shelf = discary({"--json", "stats", "--by", "decade", "--collection", "Shelf"});
+  ASSERT_EQ(shelf.status, 0);
+  EXPECT_EQ(shelf.json().toArray(), QJsonArray({QJsonObject({{"group", "(none)"}, {"count", 2}, {"seconds", 600},
+                                                             {"value", 2.25}})}));
+  EXPECT_EQ(discary({"--json", "totals", "--collection", "Shelf"}).object()["totals"].toObject()["totalPrice"], "2.25");
+  Outcome table = discary({"stats", "--by", "decade"});
+  EXPECT_TRUE(table.out.contains("1990s")) << table.out.constData();
+  EXPECT_TRUE(table.out.contains("10:30")) << table.out.constData();
+
+  EXPECT_EQ(discary({"stats", "--by", "colour"}).status, 2);
+  EXPECT_EQ(discary({"stats", "--by"}).status, 2);
+  EXPECT_EQ(discary({"stats", "--collection", "Nowhere"}).status, 1);
+}
+
+TEST_F(PresentCliTest, DuplicatesListsSameReleasesThenEditions) {
+  Outcome none = discary({"--json", "duplicates"});
+  ASSERT_EQ(none.status, 0) << none.err.constData();
+  EXPECT_EQ(none.object(), QJsonObject({{"same", QJsonArray()}, {"editions", QJsonArray()}}));
+
+  const auto added = [&](const QStringList& fields) {
+    return QJsonDocument::fromJson(discary(QStringList{"--json", "add"} + fields).out).object()["uid"].toInteger();
+  };
+  const qint64 a = added({"title=Blue", "artist=The Ann", "upc=5099902894225", "format=CD"});
+  const qint64 b = added({"title=blue", "artist=Ann", "upc=5099902894225", "format=Vinyl"});
+  const qint64 c = added({"title=Blue.", "artist=Ann", "releaseID=99"});
+  Outcome found = discary({"--json", "duplicates"});
+  ASSERT_EQ(found.status, 0);
+  EXPECT_EQ(found.object(), QJsonObject({{"same", QJsonArray({QJsonArray({a, b})})},
+                                         {"editions", QJsonArray({QJsonArray({a, b, c})})}}));
+  Outcome text = discary({"duplicates"});
+  EXPECT_TRUE(text.out.contains("Same release: 1 group(s)")) << text.out.constData();
+  EXPECT_TRUE(text.out.contains("differ: title, artist, format")) << text.out.constData();
+  EXPECT_EQ(discary({"duplicates", "extra"}).status, 2);
 }
 
 }  // namespace

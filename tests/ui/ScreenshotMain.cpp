@@ -2,7 +2,10 @@
 // ui_screenshot OUT.png [SCENE]
 // Scenes: main (the window, an album with its page), narrow (a big cover in a narrow page pane),
 // editor (the entry panel), alert (an import that ends in an alert, the whole screen), find (a
-// filter and a sort in use), empty (a catalogue with nothing in it).
+// filter and a sort in use), empty (a catalogue with nothing in it), statistics and duplicates
+// (View ▸ Statistics and View ▸ Duplicates). A third argument draws a copy of that catalogue
+// instead of the sample one: ui_screenshot OUT.png statistics CATALOGUE
+#include "DuplicatesDialog.h"
 #include "Entry.h"
 #include "EntryEditor.h"
 #include "FakePlatform.h"
@@ -11,6 +14,7 @@
 #include "MyController.h"
 #include "QtWindowSystem.h"
 #include "Settings.h"
+#include "StatisticsDialog.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -27,6 +31,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QTreeWidget>
 #include <cstdio>
 
 namespace {
@@ -105,7 +110,8 @@ int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication app(argc, argv);
   if (argc < 2) {
-    std::fprintf(stderr, "usage: ui_screenshot OUT.png [main|narrow|editor|alert|find|empty|german]\n");
+    std::fprintf(stderr, "usage: ui_screenshot OUT.png [main|narrow|editor|alert|find|empty|german|statistics|"
+                         "duplicates] [CATALOGUE]\n");
     return 2;
   }
   QString scene = argc > 2 ? QString::fromLocal8Bit(argv[2]) : QStringLiteral("main");
@@ -129,12 +135,14 @@ int main(int argc, char** argv) {
   FakePlatform platform;
   MyController controller(settings, windowSystem, platform);
   controller.applicationWillFinishLaunching();
+  const bool given = argc > 3;
+  if (given && !QFile::copy(QString::fromLocal8Bit(argv[3]), dir.filePath("Discary.sqlite"))) return 1;
   if (!controller.openCatalogue(dir.filePath("Discary.sqlite")).ok()) return 1;
   QDir().mkpath(dir.filePath("Covers"));
   Store& store = controller.managedObjectContext();
   int seed = 0;
   for (const Album& album : albums) {
-    if (scene == QLatin1String("empty")) break;
+    if (scene == QLatin1String("empty") || given) break;
     Entry* e = store.insertEntry();
     e->setPrimitiveValue("title", QString::fromUtf8(album.title));
     e->setPrimitiveValue("artist", QString::fromUtf8(album.artist));
@@ -169,7 +177,7 @@ int main(int argc, char** argv) {
     drawCover(dir.filePath(QStringLiteral("Covers/%1.jpg").arg(e->uid())), album, seed++,
               scene == QLatin1String("narrow") && full ? 600 : 400);
   }
-  controller.collections().createCollectionNamed(QStringLiteral("Late Night Jazz"), {});
+  if (!given) controller.collections().createCollectionNamed(QStringLiteral("Late Night Jazz"), {});
   controller.saveManagedObjectContext();
 
   MainWindow window(controller, windowSystem);
@@ -218,6 +226,21 @@ int main(int argc, char** argv) {
     });
     QApplication::exec();
     return saved ? 0 : 1;
+  } else if (scene == QLatin1String("statistics") || scene == QLatin1String("duplicates")) {
+    QDialog* dialog = nullptr;
+    if (scene == QLatin1String("statistics")) {
+      window.showStatistics();
+      dialog = window.findChild<StatisticsDialog*>();
+    } else {
+      window.showDuplicates();
+      auto* duplicates = window.findChild<DuplicatesDialog*>();
+      // The first group chosen, as before a merge.
+      if (QTreeWidgetItem* section = duplicates->tree().topLevelItem(0); section && section->childCount())
+        section->child(0)->setSelected(true);
+      dialog = duplicates;
+    }
+    QTest::qWait(200);
+    return dialog && save(dialog->grab().toImage(), argv[1]) ? 0 : 1;
   } else if (scene == QLatin1String("find")) {
     window.applyFilter({{"field", "genre"}, {"action", 1}}, QStringLiteral("Jazz"));
     window.listView()->sortByColumn(4, Qt::DescendingOrder);  // genre, right of the column that goes
