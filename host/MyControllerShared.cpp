@@ -11,6 +11,7 @@
 #include "Picture.h"
 #include "PrintController.h"
 #include "Settings.h"
+#include "StringTable.h"
 #include "TemplateFile.h"
 #include "NaturalDate.h"
 #include "TotalsProvider.h"
@@ -328,6 +329,9 @@ QString MyControllerShared::templateText(const QString& name) const {
       std::fprintf(stderr, "Template %s not used: %s\n", qPrintable(name), qPrintable(error));
     }
   }
+  // The built-in page speaks the window's language; a user's own template is used as it stands.
+  if (const QString language = StringTable::interfaceLanguage(); !language.isEmpty())
+    if (auto text = TemplateFile::read(QStringLiteral(":/templates/%1/%2").arg(language, name))) return *text;
   if (auto text = TemplateFile::read(QStringLiteral(":/templates/") + name)) return *text;
   return {};
 }

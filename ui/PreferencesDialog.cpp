@@ -11,9 +11,12 @@
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QDoubleSpinBox>
+#include <QFileDialog>
 #include <QFormLayout>
+#include <QHBoxLayout>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPushButton>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -54,6 +57,22 @@ PreferencesDialog::PreferencesDialog(MyController& controller, QWidget* parent)
   refreshLibrary_ = new QCheckBox(tr("Refresh the music library at launch every 30 days"));
   refreshLibrary_->setChecked(settings.boolForKey(SettingsKeys::refreshItunesAuto));
   general->addRow(refreshLibrary_);
+  // Empty means the library is found: the exported XML, else the first player's library there is.
+  musicLibrary_ = new QLineEdit(settings.stringForKey(SettingsKeys::musicLibrary));
+  musicLibrary_->setPlaceholderText(tr("Found automatically"));
+  musicLibrary_->setAccessibleName(tr("Music library for play links"));
+  auto* chooseLibrary = new QPushButton(tr("Choose…"));
+  chooseLibrary->setAccessibleName(tr("Choose the music library"));
+  connect(chooseLibrary, &QPushButton::clicked, this, [this] {
+    const QString path = QFileDialog::getOpenFileName(
+        this, tr("Music Library"), musicLibrary_->text(),
+        tr("Music libraries (*.xml *.db);;All files (*)"));
+    if (!path.isEmpty()) musicLibrary_->setText(path);
+  });
+  auto* libraryRow = new QHBoxLayout;
+  libraryRow->addWidget(musicLibrary_);
+  libraryRow->addWidget(chooseLibrary);
+  general->addRow(tr("Music library:"), libraryRow);
 
   QFormLayout* list = page(tr("List"));
   const QStringList totals = {tr("Number of entries"), tr("Lent out"), tr("Wanted"), tr("Discs"),
@@ -153,6 +172,12 @@ void PreferencesDialog::accept() {
   store(SettingsKeys::bezelDisplayTime, bezelTime_->value());
   store(QStringLiteral("Import Duplicates"), importDuplicates_->isChecked());
   store(SettingsKeys::refreshItunesAuto, refreshLibrary_->isChecked());
+  const QString library = musicLibrary_->text().trimmed();
+  if (library != settings.stringForKey(SettingsKeys::musicLibrary)) {
+    if (library.isEmpty()) settings.removeObject(SettingsKeys::musicLibrary);
+    else settings.setObject(SettingsKeys::musicLibrary, library);
+    controller_.loadMusicLibrary();  // play links follow the new choice without a restart
+  }
   QVariantList bottom;
   for (QCheckBox* box : bottomFields_) bottom << box->isChecked();
   store(SettingsKeys::bottomFields, bottom);

@@ -21,7 +21,7 @@ class PreferencesDialog : public QDialog {
   MyController& controller_;
   QComboBox* template_;
   QLineEdit *releaseDateFormat_, *cddbServer_, *coverWidth_, *coverHeight_;
-  QLineEdit *musicBrainzServer_, *coverServer_, *contact_;
+  QLineEdit *musicBrainzServer_, *coverServer_, *contact_, *musicLibrary_;
   QListWidget* sources_;
   QDoubleSpinBox *bezelTime_, *coverBackground_;
   QSpinBox* cellSize_;

@@ -2,6 +2,13 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>BarChart</name>
+    <message>
+        <source>Nothing to show</source>
+        <translation>Nichts anzuzeigen</translation>
+    </message>
+</context>
+<context>
     <name>CoverWell</name>
     <message>
         <source>Remove</source>
@@ -70,6 +77,74 @@ Ziehen Sie ein Bild hierher.</translation>
     </message>
 </context>
 <context>
+    <name>DuplicatesDialog</name>
+    <message>
+        <source>Duplicates</source>
+        <translation>Doppelte Einträge</translation>
+    </message>
+    <message>
+        <source>Duplicate groups</source>
+        <translation>Gruppen doppelter Einträge</translation>
+    </message>
+    <message>
+        <source>&amp;Merge</source>
+        <translation>&amp;Zusammenführen</translation>
+    </message>
+    <message>
+        <source>Merge the chosen entries</source>
+        <translation>Die gewählten Einträge zusammenführen</translation>
+    </message>
+    <message>
+        <source>Makes one entry of the chosen ones: the first keeps its values and gains every track, link, collection and missing field of the others.</source>
+        <translation>Macht aus den gewählten Einträgen einen: Der erste behält seine Werte und erhält alle Titel, Links, Sammlungen und fehlenden Felder der anderen.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n entries</source>
+        <translation>
+            <numerusform>%n Eintrag</numerusform>
+            <numerusform>%n Einträge</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Differ in: %1</source>
+        <translation>Unterschiede in: %1</translation>
+    </message>
+    <message>
+        <source>nothing</source>
+        <translation>nichts</translation>
+    </message>
+    <message>
+        <source>Differs within the group</source>
+        <translation>Unterscheidet sich innerhalb der Gruppe</translation>
+    </message>
+    <message numerus="yes">
+        <source>Same release (%n group(s))</source>
+        <translation>
+            <numerusform>Gleiche Veröffentlichung (%n Gruppe)</numerusform>
+            <numerusform>Gleiche Veröffentlichung (%n Gruppen)</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Other editions (%n group(s))</source>
+        <translation>
+            <numerusform>Andere Ausgaben (%n Gruppe)</numerusform>
+            <numerusform>Andere Ausgaben (%n Gruppen)</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>No duplicates in the catalogue.</source>
+        <translation>Keine doppelten Einträge im Katalog.</translation>
+    </message>
+    <message>
+        <source>Entries that are the same release (same release id, disc id or barcode), and the same album in other editions. Highlighted fields differ within their group.</source>
+        <translation>Einträge derselben Veröffentlichung (gleiche Release-ID, Disc-ID oder gleicher Barcode) und dasselbe Album in anderen Ausgaben. Hervorgehobene Felder unterscheiden sich innerhalb ihrer Gruppe.</translation>
+    </message>
+    <message>
+        <source>Merge</source>
+        <translation>Zusammenführen</translation>
+    </message>
+</context>
+<context>
     <name>EmptyCatalogueHint</name>
     <message>
         <source>&lt;p&gt;&lt;b&gt;Your catalogue is empty.&lt;/b&gt;&lt;/p&gt;&lt;p&gt;Add an album with Edit ▸ Add Entry (Ctrl+N),&lt;br&gt;import files or a folder with File ▸ Import… or by dropping them here,&lt;br&gt;or put a CD in the drive and choose Disc ▸ Scan Disc.&lt;/p&gt;</source>
@@ -135,7 +210,7 @@ Ziehen Sie ein Bild hierher.</translation>
         <translation>die Verweise</translation>
     </message>
     <message>
-        <source>Another program changed %1 while you were editing. Save keeps what you typed here; Cancel keeps the other program's change.</source>
+        <source>Another program changed %1 while you were editing. Save keeps what you typed here; Cancel keeps the other program&apos;s change.</source>
         <translation>Ein anderes Programm hat %1 geändert, während Sie bearbeitet haben. „Sichern“ behält Ihre Eingaben; „Abbrechen“ behält die Änderung des anderen Programms.</translation>
     </message>
     <message>
@@ -201,6 +276,13 @@ Ziehen Sie ein Bild hierher.</translation>
     <message>
         <source>The cover could not be written to the data folder.</source>
         <translation>Das Cover konnte nicht in den Datenordner geschrieben werden.</translation>
+    </message>
+</context>
+<context>
+    <name>EntryTableModel</name>
+    <message>
+        <source>Overdue: due back on %1</source>
+        <translation>Überfällig: Rückgabe war am %1</translation>
     </message>
 </context>
 <context>
@@ -298,7 +380,10 @@ Ziehen Sie ein Bild hierher.</translation>
     </message>
     <message numerus="yes">
         <source>%n result(s)</source>
-        <translation><numerusform>%n Ergebnis</numerusform><numerusform>%n Ergebnisse</numerusform></translation>
+        <translation>
+            <numerusform>%n Ergebnis</numerusform>
+            <numerusform>%n Ergebnisse</numerusform>
+        </translation>
     </message>
     <message>
         <source>Site</source>
@@ -311,6 +396,34 @@ Ziehen Sie ein Bild hierher.</translation>
     <message>
         <source>Results</source>
         <translation>Ergebnisse</translation>
+    </message>
+    <message>
+        <source>Words</source>
+        <translation>Wörter</translation>
+    </message>
+    <message>
+        <source>Barcode</source>
+        <translation>Barcode</translation>
+    </message>
+    <message>
+        <source>Catalogue Number</source>
+        <translation>Katalognummer</translation>
+    </message>
+    <message>
+        <source>Search by</source>
+        <translation>Suchen nach</translation>
+    </message>
+    <message>
+        <source>A barcode holds only digits.</source>
+        <translation>Ein Barcode besteht nur aus Ziffern.</translation>
+    </message>
+    <message>
+        <source>A barcode has 8, 12 or 13 digits (EAN-8, UPC-A or EAN-13).</source>
+        <translation>Ein Barcode hat 8, 12 oder 13 Ziffern (EAN-8, UPC-A oder EAN-13).</translation>
+    </message>
+    <message>
+        <source>The last digit of this barcode should be %1: check the code.</source>
+        <translation>Die letzte Ziffer dieses Barcodes müsste %1 sein: Bitte den Code prüfen.</translation>
     </message>
 </context>
 <context>
@@ -344,7 +457,7 @@ Ziehen Sie ein Bild hierher.</translation>
         <translation>Musikbibliothek (*.xml)</translation>
     </message>
     <message>
-        <source>Locate iTunes Music Library.xml'</source>
+        <source>Locate iTunes Music Library.xml&apos;</source>
         <translation>Musikbibliothek (XML) suchen</translation>
     </message>
     <message>
@@ -559,7 +672,10 @@ Ziehen Sie ein Bild hierher.</translation>
     </message>
     <message numerus="yes">
         <source>%1 — %n selected</source>
-        <translation><numerusform>%1 — %n ausgewählt</numerusform><numerusform>%1 — %n ausgewählt</numerusform></translation>
+        <translation>
+            <numerusform>%1 — %n ausgewählt</numerusform>
+            <numerusform>%1 — %n ausgewählt</numerusform>
+        </translation>
     </message>
     <message>
         <source>The cover could not be set.</source>
@@ -599,7 +715,10 @@ Ziehen Sie ein Bild hierher.</translation>
     </message>
     <message numerus="yes">
         <source>%n entries</source>
-        <translation><numerusform>%n Eintrag</numerusform><numerusform>%n Einträge</numerusform></translation>
+        <translation>
+            <numerusform>%n Eintrag</numerusform>
+            <numerusform>%n Einträge</numerusform>
+        </translation>
     </message>
     <message>
         <source>Delete</source>
@@ -700,6 +819,14 @@ Ziehen Sie ein Bild hierher.</translation>
     <message>
         <source>What to search</source>
         <translation>Was durchsucht wird</translation>
+    </message>
+    <message>
+        <source>&amp;Statistics…</source>
+        <translation>S&amp;tatistik…</translation>
+    </message>
+    <message>
+        <source>D&amp;uplicates…</source>
+        <translation>&amp;Doppelte Einträge…</translation>
     </message>
 </context>
 <context>
@@ -847,6 +974,34 @@ Ziehen Sie ein Bild hierher.</translation>
     <message>
         <source>Add the only match at once</source>
         <translation>Einzigen Treffer sofort hinzufügen</translation>
+    </message>
+    <message>
+        <source>Found automatically</source>
+        <translation>Automatisch gefunden</translation>
+    </message>
+    <message>
+        <source>Music library for play links</source>
+        <translation>Musikbibliothek für Abspiel-Links</translation>
+    </message>
+    <message>
+        <source>Choose…</source>
+        <translation>Auswählen…</translation>
+    </message>
+    <message>
+        <source>Choose the music library</source>
+        <translation>Musikbibliothek auswählen</translation>
+    </message>
+    <message>
+        <source>Music Library</source>
+        <translation>Musikbibliothek</translation>
+    </message>
+    <message>
+        <source>Music libraries (*.xml *.db);;All files (*)</source>
+        <translation>Musikbibliotheken (*.xml *.db);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Music library:</source>
+        <translation>Musikbibliothek:</translation>
     </message>
 </context>
 <context>
@@ -1017,7 +1172,10 @@ Ziehen Sie ein Bild hierher.</translation>
     </message>
     <message numerus="yes">
         <source>%n files were skipped.</source>
-        <translation><numerusform>%n Datei wurde übersprungen.</numerusform><numerusform>%n Dateien wurden übersprungen.</numerusform></translation>
+        <translation>
+            <numerusform>%n Datei wurde übersprungen.</numerusform>
+            <numerusform>%n Dateien wurden übersprungen.</numerusform>
+        </translation>
     </message>
     <message>
         <source>OK</source>
@@ -1054,6 +1212,81 @@ Ziehen Sie ein Bild hierher.</translation>
     <message>
         <source>PDF files (*.pdf)</source>
         <translation>PDF-Dateien (*.pdf)</translation>
+    </message>
+</context>
+<context>
+    <name>StatisticsDialog</name>
+    <message>
+        <source>Statistics</source>
+        <translation>Statistik</translation>
+    </message>
+    <message>
+        <source>Group by</source>
+        <translation>Gruppieren nach</translation>
+    </message>
+    <message>
+        <source>Decade</source>
+        <translation>Jahrzehnt</translation>
+    </message>
+    <message>
+        <source>Genre</source>
+        <translation>Genre</translation>
+    </message>
+    <message>
+        <source>Label</source>
+        <translation>Plattenfirma</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>Format</translation>
+    </message>
+    <message>
+        <source>Artist</source>
+        <translation>Interpret</translation>
+    </message>
+    <message>
+        <source>Figures per group</source>
+        <translation>Zahlen je Gruppe</translation>
+    </message>
+    <message>
+        <source>Group</source>
+        <translation>Gruppe</translation>
+    </message>
+    <message>
+        <source>Entries</source>
+        <translation>Einträge</translation>
+    </message>
+    <message>
+        <source>Play Time</source>
+        <translation>Spieldauer</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>Wert</translation>
+    </message>
+    <message>
+        <source>Entries per group</source>
+        <translation>Einträge je Gruppe</translation>
+    </message>
+    <message>
+        <source>Entries added over time</source>
+        <translation>Hinzugefügte Einträge im Zeitverlauf</translation>
+    </message>
+    <message>
+        <source>&amp;Group by:</source>
+        <translation>&amp;Gruppieren nach:</translation>
+    </message>
+    <message>
+        <source>(none)</source>
+        <translation>(keine Angabe)</translation>
+    </message>
+    <message>
+        <source>Entries added per &amp;year:</source>
+        <translation>Hinzugefügte Einträge pro &amp;Jahr:</translation>
+    </message>
+    <message>
+        <source>Entries added per &amp;month:</source>
+        <translation>Hinzugefügte Einträge pro &amp;Monat:</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,13 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="en">
 <context>
+    <name>BarChart</name>
+    <message>
+        <source>Nothing to show</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>CoverWell</name>
     <message>
         <source>Remove</source>
@@ -65,6 +72,74 @@ Drop a picture here.</source>
     </message>
     <message>
         <source>Add Entry</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>DuplicatesDialog</name>
+    <message>
+        <source>Duplicates</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Duplicate groups</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Merge</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Merge the chosen entries</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Makes one entry of the chosen ones: the first keeps its values and gains every track, link, collection and missing field of the others.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n entries</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Differ in: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>nothing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Differs within the group</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>Same release (%n group(s))</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Other editions (%n group(s))</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>No duplicates in the catalogue.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Entries that are the same release (same release id, disc id or barcode), and the same album in other editions. Highlighted fields differ within their group.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Merge</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -203,6 +278,13 @@ Drop a picture here.</source>
     </message>
 </context>
 <context>
+    <name>EntryTableModel</name>
+    <message>
+        <source>Overdue: due back on %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>ExportDialog</name>
     <message>
         <source>Export “%1”</source>
@@ -312,6 +394,34 @@ Drop a picture here.</source>
     </message>
     <message>
         <source>Results</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Words</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Barcode</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Catalogue Number</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Search by</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A barcode holds only digits.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A barcode has 8, 12 or 13 digits (EAN-8, UPC-A or EAN-13).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The last digit of this barcode should be %1: check the code.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -709,6 +819,14 @@ Drop a picture here.</source>
         <source>What to search</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>&amp;Statistics…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>D&amp;uplicates…</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>PreferencesDialog</name>
@@ -854,6 +972,34 @@ Drop a picture here.</source>
     </message>
     <message>
         <source>Add the only match at once</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Found automatically</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Music library for play links</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose the music library</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Music Library</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Music libraries (*.xml *.db);;All files (*)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Music library:</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -1064,6 +1210,81 @@ Drop a picture here.</source>
     </message>
     <message>
         <source>PDF files (*.pdf)</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>StatisticsDialog</name>
+    <message>
+        <source>Statistics</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Group by</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Decade</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Genre</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Label</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Artist</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Figures per group</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Group</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Entries</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Play Time</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Entries per group</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Entries added over time</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Group by:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>(none)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Entries added per &amp;year:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Entries added per &amp;month:</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -1,10 +1,13 @@
 #include "InterfaceLanguage.h"
 #include "MyFieldsControllerShared.h"
+#include "PageView.h"
 #include "StringTable.h"
 #include "WindowTestBase.h"
 #include "WindowTour.h"
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QFile>
 #include <QRegularExpression>
 #include <QSet>
 #include <gtest/gtest.h>
@@ -34,7 +37,7 @@ class LanguageGuiTest : public WindowTestBase<> {
 
 // Words that German spells as English does.
 const QStringList sameInGerman = {"Discary", "OK", "Album", "Cover", "Filter", "Format", "Format:", "Genre", "Name",
-                                  "Name:", "Online", "Status", "URL", "UPC", "ASIN", "Discs", "Ctrl+Shift+I",
+                                  "Name:", "Online", "Status", "URL", "UPC", "ASIN", "Barcode", "Discs", "Ctrl+Shift+I",
                                   "Ctrl+Shift+E", "px", "s"};
 
 }  // namespace
@@ -69,6 +72,29 @@ TEST_F(LanguageGuiTest, TheGermanWindowsLeaveNoTextInEnglish) {
   EXPECT_TRUE(has(QStringLiteral("&Datei")));
   EXPECT_TRUE(has(QStringLiteral("Interpret")));
   EXPECT_TRUE(has(QStringLiteral("Plattenfirma")));
+}
+
+TEST_F(LanguageGuiTest, TheBuiltInPageSpeaksTheWindowsLanguageAndAUsersOwnTemplateStaysAsWritten) {
+  ASSERT_EQ(InterfaceLanguage::install(QLocale(QLocale::German, QLocale::Germany)), "de");
+  launch(dir.filePath("page.sqlite"));
+  Entry* entry = add({{"title", "1969"}, {"label", "Blue Note"}, {"comments", "Erstpressung"}});
+  controller->saveManagedObjectContext();
+  const auto page = [&] {
+    MainWindow window(*controller, windowSystem);
+    window.show();
+    window.selectEntries({entry});
+    return window.pageView()->toPlainText();
+  };
+  const QString german = page();
+  for (const char* text : {"Angaben", "Plattenfirma", "Kommentare"}) EXPECT_TRUE(german.contains(text)) << text;
+  for (const char* text : {"Details", "Label", "Notes"}) EXPECT_FALSE(german.contains(text)) << text;
+
+  ASSERT_TRUE(QDir(dir.path()).mkpath("Templates"));
+  QFile own(dir.filePath("Templates/Collection.html"));
+  ASSERT_TRUE(own.open(QIODevice::WriteOnly));
+  own.write("<p>Mine: [title]</p>");
+  own.close();
+  EXPECT_EQ(page().trimmed(), "Mine: 1969");
 }
 
 TEST_F(LanguageGuiTest, TheLanguageFollowsTheDesktopAndTheCommandLineTablesStayEnglish) {

@@ -1,9 +1,12 @@
 #include "Entry.h"
 #include "MainWindow.h"
+#include "PreferencesDialog.h"
+#include "SettingsKeys.h"
 #include "Store.h"
 #include "WindowTestBase.h"
 
 #include <QDesktopServices>
+#include <QLineEdit>
 #include <QRegularExpression>
 #include <QTableView>
 #include <QTest>
@@ -64,6 +67,26 @@ TEST_F(PlayLinksGuiTest, tracksInThePlayersLibraryBecomeLinksThatPlayItsFile) {
   window.listView()->clearSelection();
   window.listView()->selectRow(0);
   EXPECT_EQ(platform.libraryReads, 1);  // read once per window
+}
+
+TEST_F(PlayLinksGuiTest, theLibraryChosenInPreferencesIsReadAtOnceAndEmptyGoesBackToFindingOne) {
+  const QString xml = QStringLiteral(DISCARY_TEST_DATA "/library-xml/beets_itunes_library_unix.xml");
+  const auto choose = [&](const QString& path) {
+    PreferencesDialog preferences(*controller);
+    for (QLineEdit* edit : preferences.findChildren<QLineEdit*>())
+      if (edit->accessibleName() == "Music library for play links") edit->setText(path);
+    preferences.accept();
+    controller->waitForLibraryRefresh();
+  };
+  choose(xml);
+  EXPECT_EQ(settings.stringForKey(SettingsKeys::musicLibrary), xml);
+  EXPECT_EQ(controller->addPanel().trackData().libraryTrackCount(), 9);
+  EXPECT_EQ(platform.libraryReads, 0);
+
+  platform.library = {QVariantMap{{"Name", "Locomotion"}, {"Album", "Blue Train"}}};
+  choose(QString());
+  EXPECT_FALSE(settings.objectForKey(SettingsKeys::musicLibrary).isValid());
+  EXPECT_EQ(controller->addPanel().trackData().libraryTrackCount(), 1);
 }
 
 }  // namespace
