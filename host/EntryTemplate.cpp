@@ -7,6 +7,7 @@
 
 #include <QDateTime>
 #include <QHash>
+#include <array>
 #include <vector>
 
 namespace {
@@ -30,6 +31,18 @@ const std::vector<QString>& allKeys() {
     return k;
   }();
   return keys;
+}
+
+// For each ASCII letter a key may start with, the lengths keys starting with it have, one bit
+// each: most text after a '[' names no key, and is turned down without hashing.
+const std::array<quint64, 128>& keyLengths() {
+  static const std::array<quint64, 128> lengths = [] {
+    std::array<quint64, 128> l{};
+    for (const QString& key : allKeys())
+      if (key.size() < 64 && key.front().unicode() < 128) l[key.front().unicode()] |= quint64(1) << key.size();
+    return l;
+  }();
+  return lengths;
 }
 
 // A key's place in allKeys(), -1 for none.
@@ -57,8 +70,12 @@ bool startsAt(QStringView text, qsizetype pos, QStringView literal) {
 int keyAt(QStringView text, qsizetype pos) {
   qsizetype run = 0;
   while (pos + run < text.size() && run < longestKey && isKeyCharacter(text[pos + run])) ++run;
+  if (run == 0) return -1;
+  // A key character is ASCII.
+  const quint64 lengths = keyLengths()[text[pos].unicode()];
   for (qsizetype length = run; length > 0; --length)
-    if (const int index = keyIndex(text.sliced(pos, length)); index >= 0) return index;
+    if (lengths & (quint64(1) << length))
+      if (const int index = keyIndex(text.sliced(pos, length)); index >= 0) return index;
   return -1;
 }
 
