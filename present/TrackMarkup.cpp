@@ -106,6 +106,7 @@ TrackMarkup::Result TrackMarkup::apply(QString& text, Entry& entry, const Option
   // ends the list; the first track stops there.
   struct Marker {
     QString token, key, marker, ifKey, endKey;
+    int index;  // in the track's schema
   };
   std::vector<Marker> markers;
   bool unknownKey = false;
@@ -117,8 +118,9 @@ TrackMarkup::Result TrackMarkup::apply(QString& text, Entry& entry, const Option
     rowScanner.scanUpTo(u"]", &tokenView);
     const QString token = tokenView.toString();
     const QString key = token.mid(trackMarker.size());
-    markers.push_back({token, key, token + QLatin1Char(']'), ifTrack + key, endTrack + key});
-    if (EntitySchema::track().indexOf(key) < 0) {
+    const int index = EntitySchema::track().indexOf(key);
+    markers.push_back({token, key, token + QLatin1Char(']'), ifTrack + key, endTrack + key, index});
+    if (index < 0) {
       unknownKey = true;
       break;
     }
@@ -132,7 +134,8 @@ TrackMarkup::Result TrackMarkup::apply(QString& text, Entry& entry, const Option
       if (unknownKey && &m == &markers.back())
         return {Status::UnknownKey, QStringLiteral("\"%1]\" names no track field").arg(m.token)};
       const QString& key = m.key;
-      QString value = track->value(key).toString();
+      const QVariant* stored = track->valueAt(m.index);
+      QString value = stored ? stored->toString() : QString();
       if (key == QLatin1String("position") && !value.isEmpty()) value = shownPosition(*track);
       // Only a name linked to the player needs its address form.
       QString linkValue = linkNames ? value : QString();
