@@ -152,7 +152,7 @@ bool HtmlExport::writePages(const std::vector<Entry*>& entries, const QString& t
     reading.reserve(count);
     for (qsizetype i = start; i < start + count; ++i) {
       reading.push_back(std::make_unique<TransientRelationships>(*entries[i]));
-      entries[i]->tracksSet();
+      entries[i]->tracksSet();  // loads the links as well
     }
     std::vector<QString> errors(count);
     std::atomic<qsizetype> next = 0;
