@@ -33,10 +33,13 @@ class Work {
   // False, the text unchanged, when over the budget or the limit.
   bool replaceAll(QString& text, const QString& before, const QString& after) {
     if (!spend(text.size())) return false;
-    if (after.size() > before.size()) {
+    const qsizetype growth = after.size() - before.size();
+    if (growth > 0) {
       if (!spend(text.size())) return false;
-      const qsizetype count = text.count(before);
-      if (text.size() + count * (after.size() - before.size()) > TrackMarkup::maximumLength) return false;
+      // Counted only when the most occurrences the text can hold could pass the limit.
+      const bool mayPass =
+          before.isEmpty() || text.size() + text.size() / before.size() * growth > TrackMarkup::maximumLength;
+      if (mayPass && text.size() + text.count(before) * growth > TrackMarkup::maximumLength) return false;
     }
     text.replace(before, after);
     return true;
