@@ -296,20 +296,30 @@ QString MyControllerShared::proposedNameForNewCollection(const std::vector<Entry
   return {};
 }
 
-EntryTemplate::Options MyControllerShared::entryTemplateOptions(const Entry& entry, bool html) const {
+EntryTemplate::Options MyControllerShared::templateOptions(bool html) const {
   EntryTemplate::Options options;
   options.html = html;
   options.releaseDateFormat = settings_.stringForKey(EntryTemplate::releaseDateFormatKey);
-  options.coverImageAddress = coverImageAddress(entry);
   options.yesText = localized(QStringLiteral("Yes"));
   return options;
 }
 
+EntryTemplate::Options MyControllerShared::entryTemplateOptions(const Entry& entry, bool html) const {
+  EntryTemplate::Options options = templateOptions(html);
+  options.coverImageAddress = coverImageAddress(entry);
+  return options;
+}
+
 void MyControllerShared::replaceKeysInTemplate(QString& text, Entry& entry, bool html, bool webView) {
-  if (!EntryTemplate::render(text, entry, entryTemplateOptions(entry, html)))
+  fillTemplate(text, entry, entryTemplateOptions(entry, html), webView);
+}
+
+void MyControllerShared::fillTemplate(QString& text, Entry& entry, const EntryTemplate::Options& options,
+                                      bool webView) const {
+  if (!EntryTemplate::render(text, entry, options))
     std::fprintf(stderr, "Template of entry %lld left unfilled: the page would pass %lld characters\n", entry.uid(),
                  qint64(EntryTemplate::maximumLength));
-  if (entryPageFiller_) entryPageFiller_->fillEntryPage(text, entry, html, webView);
+  if (entryPageFiller_) entryPageFiller_->fillEntryPage(text, entry, options.html, webView);
 }
 
 void MyControllerShared::processNewLink(Link& link) {

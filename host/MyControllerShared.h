@@ -58,6 +58,9 @@ class MyControllerShared {
   // Renders an entry through a template, in place: page view (html and webView), HTML export
   // (html only), plain text (neither). The entry's own fields first, then the entry page filler.
   void replaceKeysInTemplate(QString& text, Entry& entry, bool html, bool webView);
+  // The same with the options given. Safe on several threads at once for entries whose tracks
+  // and links are loaded, when not for the page view (the player's library is asked then).
+  void fillTemplate(QString& text, Entry& entry, const EntryTemplate::Options& options, bool webView) const;
 
   // Finishes a link just added to an entry through the new link handler; without one the link
   // stays as it is.
@@ -152,6 +155,8 @@ class MyControllerShared {
   QString coverImageAddress(const Entry& entry) const;
   // How the entry's own fields print in a template, with the user's release date format.
   EntryTemplate::Options entryTemplateOptions(const Entry& entry, bool html) const;
+  // The same for any entry: no cover address.
+  EntryTemplate::Options templateOptions(bool html) const;
   void setCoverImageAddressPrefix(const QString& prefix) { coverImageAddressPrefix_ = prefix; }
   const QString& coverImageAddressPrefix() const { return coverImageAddressPrefix_; }
   QList<bool> bottomFields() const;

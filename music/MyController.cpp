@@ -204,15 +204,11 @@ HtmlExport::Services MyController::htmlExportServices() {
       .windowSystem = windowSystem(),
       .strings = frameworkBundle(),
       .dataFolder = dataFolderPath(),
-      .renderPage =
-          [this](QString& page, Entry& entry, const QString& coverPrefix) {
-            const QString previous = coverImageAddressPrefix();
-            setCoverImageAddressPrefix(coverPrefix);
-            replaceKeysInTemplate(page, entry, true, false);
-            setCoverImageAddressPrefix(previous);
-          },
+      .options = templateOptions(true),
+      .renderPage = [this](QString& page, Entry& entry, const EntryTemplate::Options& options) {
+        fillTemplate(page, entry, options, false);
+      },
       .totals = [this](const std::vector<Entry*>& entries) { return collectionTotalsDictionaryFor(entries, false); },
-      .templateOptions = [this](const Entry& entry) { return entryTemplateOptions(entry, true); },
   };
 }
 

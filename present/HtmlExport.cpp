@@ -12,6 +12,11 @@
 #include <QFileInfo>
 #include <QScopeGuard>
 #include <QTemporaryDir>
+#include <QThreadPool>
+
+#include <algorithm>
+#include <atomic>
+#include <memory>
 
 namespace {
 
@@ -114,24 +119,55 @@ bool HtmlExport::writePages(const std::vector<Entry*>& entries, const QString& t
   // Pages point at the copies beside them, not at the data folder.
   const QString coverPrefix = coversFolder + QLatin1Char('/');
   const QString& dataFolder = services_.dataFolder;
-  for (Entry* entry : entries) {
+  // One page: the cover copied, the page rendered and written. Touches only its own entry.
+  auto writePage = [&](Entry& entry, QString* pageError) {
+    const QString cover = QStringLiteral("%1/Covers/%2.jpg").arg(dataFolder).arg(entry.uid());
+    const QString coverCopy = QStringLiteral("%1/%2/%3.jpg").arg(staging, coversFolder).arg(entry.uid());
+    EntryTemplate::Options options = services_.options;
+    if (!dataFolder.isEmpty() && QFileInfo(cover).isFile()) {
+      if (!QFile::copy(cover, coverCopy)) {
+        *pageError = QStringLiteral("cannot copy the cover %1").arg(cover);
+        return;
+      }
+      options.coverImageAddress = QStringLiteral("%1%2.jpg").arg(coverPrefix).arg(entry.uid());
+    }
+    QString page = pageTemplate;
+    services_.renderPage(page, entry, options);
+    writeText(QStringLiteral("%1/%2.html").arg(staging).arg(entry.uid()), page, pageError);
+  };
+
+  // The store is read on this thread only: a batch of entries has its tracks and links loaded
+  // here, then every core renders and writes the batch's pages, then they go again.
+  QThreadPool pool;
+  if (threads_ > 0) pool.setMaxThreadCount(threads_);
+  const qsizetype workers = std::max(1, pool.maxThreadCount());
+  const qsizetype batchSize = 64 * workers;
+  for (qsizetype start = 0; start < qsizetype(entries.size()); start += batchSize) {
     if (windowSystem.progressCancelled()) {
       *error = QStringLiteral("the export was cancelled");
       return false;
     }
-    const QString cover = QStringLiteral("%1/Covers/%2.jpg").arg(dataFolder).arg(entry->uid());
-    const QString coverCopy = QStringLiteral("%1/%2/%3.jpg").arg(staging, coversFolder).arg(entry->uid());
-    if (!dataFolder.isEmpty() && QFileInfo(cover).isFile() && !QFile::copy(cover, coverCopy)) {
-      *error = QStringLiteral("cannot copy the cover %1").arg(cover);
-      return false;
+    const qsizetype count = std::min(batchSize, qsizetype(entries.size()) - start);
+    std::vector<std::unique_ptr<TransientRelationships>> reading;
+    reading.reserve(count);
+    for (qsizetype i = start; i < start + count; ++i) {
+      reading.push_back(std::make_unique<TransientRelationships>(*entries[i]));
+      entries[i]->tracksSet();  // loads the links as well
     }
-    QString page = pageTemplate;
-    {
-      TransientRelationships reading(*entry);
-      services_.renderPage(page, *entry, coverPrefix);
-    }
-    if (!writeText(QStringLiteral("%1/%2.html").arg(staging).arg(entry->uid()), page, error)) return false;
-    windowSystem.increaseProgress();
+    std::vector<QString> errors(count);
+    std::atomic<qsizetype> next = 0;
+    auto work = [&] {
+      for (qsizetype i; (i = next++) < count;) writePage(*entries[start + i], &errors[i]);
+    };
+    for (qsizetype w = 1; w < workers; ++w) pool.start(work);
+    work();
+    pool.waitForDone();
+    for (const QString& pageError : errors)
+      if (!pageError.isEmpty()) {
+        *error = pageError;
+        return false;
+      }
+    for (qsizetype i = 0; i < count; ++i) windowSystem.increaseProgress();
   }
   return writeText(staging + QStringLiteral("/index.html"), indexPage(entries, title, staging), error);
 }
@@ -170,7 +206,7 @@ QString HtmlExport::indexPage(const std::vector<Entry*>& entries, const QString&
               .arg(text("Title"), text("Artist"), text("Released"), text("Label"), text("Genre"), text("Format"),
                    text("My Rating"));
   for (Entry* entry : entries) {
-    const EntryTemplate::Options options = services_.templateOptions(*entry);
+    const EntryTemplate::Options& options = services_.options;
     auto field = [&](const QString& key) {
       return EntryTemplate::encodedForHTML(EntryTemplate::displayText(*entry, key, options));
     };

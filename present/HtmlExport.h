@@ -26,14 +26,17 @@ class HtmlExport {
     const StringTable& strings;
     // Where the covers are, "<dataFolder>/Covers/<uid>.jpg"; empty for none.
     QString dataFolder;
-    // Renders the entry's page as an HTML export, "[coverImage]" giving coverPrefix + "<uid>.jpg".
-    std::function<void(QString& page, Entry& entry, const QString& coverPrefix)> renderPage;
+    // How the fields print, without a cover address (the export sets each page's own).
+    EntryTemplate::Options options;
+    // Renders the entry's page as an HTML export. Called from several threads at once, each on
+    // its own entry, whose tracks and links are already in memory: it may not touch the store.
+    std::function<void(QString& page, Entry& entry, const EntryTemplate::Options& options)> renderPage;
     // The totals of all the entries, not only the footer's.
     std::function<QVariantMap(const std::vector<Entry*>&)> totals;
-    std::function<EntryTemplate::Options(const Entry&)> templateOptions;
   };
 
-  explicit HtmlExport(Services services) : services_(std::move(services)) {}
+  // threads: how many pages are rendered at once; 0 for one per core.
+  explicit HtmlExport(Services services, int threads = 0) : services_(std::move(services)), threads_(threads) {}
 
   // False with the reason set when nothing was written. The folder may be missing, empty, or an
   // earlier export (replaced as a whole).
@@ -47,4 +50,5 @@ class HtmlExport {
   bool moveIntoPlace(const QString& staging, const QString& folder, QString* error);
 
   Services services_;
+  int threads_;
 };

@@ -33,10 +33,13 @@ class Work {
   // False, the text unchanged, when over the budget or the limit.
   bool replaceAll(QString& text, const QString& before, const QString& after) {
     if (!spend(text.size())) return false;
-    if (after.size() > before.size()) {
+    const qsizetype growth = after.size() - before.size();
+    if (growth > 0) {
       if (!spend(text.size())) return false;
-      const qsizetype count = text.count(before);
-      if (text.size() + count * (after.size() - before.size()) > TrackMarkup::maximumLength) return false;
+      // Counted only when the most occurrences the text can hold could pass the limit.
+      const bool mayPass =
+          before.isEmpty() || text.size() + text.size() / before.size() * growth > TrackMarkup::maximumLength;
+      if (mayPass && text.size() + text.count(before) * growth > TrackMarkup::maximumLength) return false;
     }
     text.replace(before, after);
     return true;
@@ -102,26 +105,45 @@ TrackMarkup::Result TrackMarkup::apply(QString& text, Entry& entry, const Option
   const bool linkNames = options.webView && text.contains(includeURLInName);
   const QString album = entry.stringValue(CdKeys::title);
 
+  // The row's markers, the same for every track: read once. A marker naming no track field
+  // ends the list; the first track stops there.
+  struct Marker {
+    QString token, key, marker, ifKey, endKey;
+    int index;  // in the track's schema
+  };
+  std::vector<Marker> markers;
+  bool unknownKey = false;
+  TextScanner rowScanner(rowTemplate);
+  for (;;) {
+    QStringView skipped, tokenView;
+    rowScanner.scanUpTo(trackMarker, &skipped);
+    if (rowScanner.isAtEnd()) break;
+    rowScanner.scanUpTo(u"]", &tokenView);
+    const QString token = tokenView.toString();
+    const QString key = token.mid(trackMarker.size());
+    const int index = EntitySchema::track().indexOf(key);
+    markers.push_back({token, key, token + QLatin1Char(']'), ifTrack + key, endTrack + key, index});
+    if (index < 0) {
+      unknownKey = true;
+      break;
+    }
+  }
+
   QString rows;
   for (Track* track : tracks) {
     if (!work.spend(rowTemplate.size())) return tooMuchWork();
     QString row = rowTemplate;
-    TextScanner rowScanner(rowTemplate);
-    for (;;) {
-      QStringView skipped, tokenView;
-      rowScanner.scanUpTo(trackMarker, &skipped);
-      if (rowScanner.isAtEnd()) break;
-      rowScanner.scanUpTo(u"]", &tokenView);
-      const QString token = tokenView.toString();
-      const QString key = token.mid(trackMarker.size());
-      if (EntitySchema::track().indexOf(key) < 0)
-        return {Status::UnknownKey, QStringLiteral("\"%1]\" names no track field").arg(token)};
-
-      QString value = track->value(key).toString();
+    for (const Marker& m : markers) {
+      if (unknownKey && &m == &markers.back())
+        return {Status::UnknownKey, QStringLiteral("\"%1]\" names no track field").arg(m.token)};
+      const QString& key = m.key;
+      const QVariant* stored = track->valueAt(m.index);
+      QString value = stored ? stored->toString() : QString();
       if (key == QLatin1String("position") && !value.isEmpty()) value = shownPosition(*track);
-      QString linkValue = value;
+      // Only a name linked to the player needs its address form.
+      QString linkValue = linkNames ? value : QString();
       if (options.html) {
-        linkValue = QString::fromLatin1(QUrl::toPercentEncoding(value, pathCharacters));
+        if (linkNames) linkValue = QString::fromLatin1(QUrl::toPercentEncoding(value, pathCharacters));
         value = HtmlText::encodeForHTML(value);
       }
       if (key == QLatin1String("duration") && !value.isEmpty() && !durationPattern.isEmpty()) {
@@ -130,7 +152,7 @@ TrackMarkup::Result TrackMarkup::apply(QString& text, Entry& entry, const Option
         value = QString(durationPattern).replace(QLatin1Char('*'), value);
       }
 
-      const QString marker = token + QLatin1Char(']');
+      const QString& marker = m.marker;
       if (!value.isEmpty()) {
         if (linkNames && key == QLatin1String("name") && isInLibrary(options.library, *track, album)) {
           // The artist goes into the link as stored, as the player's link handler expects it.
@@ -140,13 +162,13 @@ TrackMarkup::Result TrackMarkup::apply(QString& text, Entry& entry, const Option
                       : QStringLiteral("<a href=\"folio://playTrackNamed=%1&amp;artist=%2\">%3</a>")
                             .arg(linkValue, artist, value);
         }
-        if (!work.replaceAll(row, marker, value) || !work.remove(row, ifTrack + key) || !work.remove(row, endTrack + key))
+        if (!work.replaceAll(row, marker, value) || !work.remove(row, m.ifKey) || !work.remove(row, m.endKey))
           return tooMuchWork();
       } else {
         if (!work.remove(row, marker)) return tooMuchWork();
         // One section goes per occurrence of the marker.
-        if (const qsizetype start = work.indexOf(row, ifTrack + key, 0); start >= 0) {
-          const QString closing = endTrack + key;
+        if (const qsizetype start = work.indexOf(row, m.ifKey, 0); start >= 0) {
+          const QString& closing = m.endKey;
           if (const qsizetype end = work.indexOf(row, closing, start); end >= 0)
             row.remove(start, end + closing.size() - start);
         }

@@ -1,4 +1,11 @@
 #include "CliRunner.h"
+#include "Entry.h"
+#include "EntriesController.h"
+#include "FakePlatform.h"
+#include "FakeWindowSystem.h"
+#include "HtmlExport.h"
+#include "MyController.h"
+#include "Settings.h"
 
 #include <QDir>
 #include <QFile>
@@ -169,6 +176,54 @@ TEST_F(PresentCliTest, DuplicatesListsSameReleasesThenEditions) {
   EXPECT_TRUE(text.out.contains("Same release: 1 group(s)")) << text.out.constData();
   EXPECT_TRUE(text.out.contains("differ: title, artist, format")) << text.out.constData();
   EXPECT_EQ(discary({"duplicates", "extra"}).status, 2);
+// Pages are rendered on every core; the folder must be the same, byte for byte, as one thread
+// writes it. A few hundred entries: tracks, links, covers, mark-up and marker characters.
+TEST_F(PresentCliTest, ExportOnEveryCoreWritesWhatOneThreadWrites) {
+  QByteArray csv = "title,artist,releaseDate,comments\n";
+  for (int i = 0; i < 300; ++i)
+    csv += QStringLiteral("\"Album %1 <b>[title]</b> IF_artist_\",\"Ann & Bo \u00e9\u65e5 %2\",19%3,\"END_title ] [ \"\"q\"\"\"\n")
+               .arg(i)
+               .arg(i % 7)
+               .arg(50 + i % 50)
+               .toUtf8();
+  write("in.csv", csv);
+  ASSERT_EQ(discary({"import", dir.filePath("in.csv")}).status, 0);
+  for (int i = 0; i < 6; ++i) {
+    const QString track = QStringLiteral("name=Song <%1> [track:name];position=%2;duration=3:0%1;artist=Cy & Di").arg(i);
+    Outcome added = discary({"--json", "add", QStringLiteral("title=Rich %1 [tracksBegin]").arg(i), "artist=Zoë", "--track",
+                             track.arg(1), "--track", track.arg(0), "--track", QStringLiteral("name=Only name %1").arg(i)});
+    ASSERT_EQ(added.status, 0) << added.err.constData();
+    const QString rich = QString::number(added.object()["uid"].toInteger());
+    ASSERT_EQ(discary({"link", "add", rich, "--name", "Notes <&>", "--url", "https://example.org/a?b=1&c=\"2\""}).status, 0);
+    write(QStringLiteral("c/Covers/%1.jpg").arg(rich), "jpeg " + rich.toUtf8());
+  }
+  write(QStringLiteral("c/Covers/%1.jpg").arg(uid), "jpeg bytes");
+  Outcome done = discary({"export", "--format", "html", "--output", dir.filePath("site")});
+  ASSERT_EQ(done.status, 0) << done.err.constData();
+
+  Settings settings{dir.filePath("d.conf")};
+  FakeWindowSystem windowSystem;
+  FakePlatform platform;
+  MyController controller{settings, windowSystem, platform};
+  controller.applicationWillFinishLaunching();
+  ASSERT_TRUE(controller.openCatalogue(dir.filePath("c/Discary.sqlite")).ok());
+  controller.search(QString(), 1);
+  const std::vector<Entry*> entries = controller.entriesController().arrangedObjects();
+  ASSERT_EQ(entries.size(), 308u);
+  const QString title = controller.frameworkBundle().localizedString("All Entries");
+  const QString pageTemplate = controller.templateText(settings.stringForKey("InfoTemplate"));
+  QString error;
+  ASSERT_TRUE(HtmlExport(controller.htmlExportServices(), 1).write(entries, title, pageTemplate, dir.filePath("one"), &error))
+      << qPrintable(error);
+
+  for (const QString& folder : {QString(), QStringLiteral("/covers")}) {
+    const QStringList files = QDir(dir.filePath("one") + folder).entryList(QDir::Files, QDir::Name);
+    EXPECT_EQ(QDir(dir.filePath("site") + folder).entryList(QDir::Files, QDir::Name), files);
+    for (const QString& file : files)
+      EXPECT_EQ(read("site" + folder + "/" + file), read("one" + folder + "/" + file)) << qPrintable(file);
+  }
+  EXPECT_EQ(QDir(dir.filePath("one")).entryList(QDir::Files).size(), 309);
+  EXPECT_EQ(QDir(dir.filePath("one/covers")).entryList(QDir::Files).size(), 7);
 }
 
 }  // namespace
