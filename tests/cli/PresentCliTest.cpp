@@ -176,6 +176,8 @@ TEST_F(PresentCliTest, DuplicatesListsSameReleasesThenEditions) {
   EXPECT_TRUE(text.out.contains("Same release: 1 group(s)")) << text.out.constData();
   EXPECT_TRUE(text.out.contains("differ: title, artist, format")) << text.out.constData();
   EXPECT_EQ(discary({"duplicates", "extra"}).status, 2);
+}
+
 // Pages are rendered on every core; the folder must be the same, byte for byte, as one thread
 // writes it. A few hundred entries: tracks, links, covers, mark-up and marker characters.
 TEST_F(PresentCliTest, ExportOnEveryCoreWritesWhatOneThreadWrites) {
