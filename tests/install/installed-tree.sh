@@ -52,5 +52,7 @@ grep -qx 'application/x-discary-export:\*.discary' "$root/share/mime/globs" || f
 # The installed program runs by itself (its templates and strings are compiled in).
 out=$("$root/bin/discary" --version) || fail "the installed program did not run"
 [ "$out" = "discary $version" ] || fail "--version says '$out'"
-"$root/bin/discary" help | grep -q '^### scan' || fail "the installed program's help is not the command-line page"
+# Captured first: grep -q stops reading at the match, and the writer's broken pipe would fail the check.
+help=$("$root/bin/discary" help) || fail "the installed program's help did not run"
+grep -q '^### scan' <<<"$help" || fail "the installed program's help is not the command-line page"
 exit $failed
