@@ -4,6 +4,7 @@
 #include "MyController.h"
 #include "Settings.h"
 
+#include <QFile>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -87,6 +88,29 @@ TEST_F(PageTemplateTest, TrackNamesLinkToThePlayerOnlyInThePageView) {
       "<a href=\"folio://playTrackNamed=Fables%20of%20Faubus&amp;artist=Charles Mingus\">Fables of Faubus</a>"));
   EXPECT_FALSE(view.contains("playTrackNamed=Open"));
   EXPECT_FALSE(page(true, false).contains("folio://"));
+}
+
+// The German page is a translated copy of the English one: the same style, and the same keys
+// and sections in the same order, so a change to one that misses the other fails here.
+TEST(BuiltInPageTemplates, TheGermanCopyDiffersOnlyInItsWords) {
+  const auto read = [](const QString& path) {
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(path);
+    return QString::fromUtf8(file.readAll());
+  };
+  const QString english = read(":/templates/Collection.html");
+  const QString german = read(":/templates/de/Collection.html");
+  const auto style = [](const QString& page) { return page.section("<style>", 1).section("</style>", 0, 0); };
+  EXPECT_FALSE(style(english).isEmpty());
+  EXPECT_EQ(style(german), style(english));
+  const auto markers = [](const QString& page) {
+    static const QRegularExpression marker(QStringLiteral("\\[[^\\]\\s]+\\]|\\b(IF|END)_?\\w+|<!--IF\\w+|ENDtracks-->"));
+    QStringList found;
+    for (auto it = marker.globalMatch(page); it.hasNext();) found << it.next().captured();
+    return found;
+  };
+  EXPECT_GT(markers(english).size(), 100);
+  EXPECT_EQ(markers(german), markers(english));
 }
 
 }  // namespace
