@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QDBusConnection>
 #include <QHash>
 #include <QObject>
 #include <QSet>
